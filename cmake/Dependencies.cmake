@@ -1,0 +1,11 @@
+# Debian's packages: zlib1g-dev, libminizip-dev, libtinyxml-dev (see scripts/setup.sh).
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+find_package(ZLIB REQUIRED)
+pkg_check_modules(MINIZIP REQUIRED IMPORTED_TARGET minizip)
+find_path(TINYXML_INCLUDE_DIR tinyxml.h REQUIRED)
+find_library(TINYXML_LIBRARY tinyxml REQUIRED)
+add_library(tarvo_tinyxml INTERFACE)
+target_include_directories(tarvo_tinyxml INTERFACE ${TINYXML_INCLUDE_DIR})
+target_link_libraries(tarvo_tinyxml INTERFACE ${TINYXML_LIBRARY})
+target_compile_definitions(tarvo_tinyxml INTERFACE TIXML_USE_STL)

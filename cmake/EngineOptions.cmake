@@ -1,0 +1,30 @@
+# Build-time configuration of the engine. The defaults are the product's values.
+set(TARVO_DB_PATH "/usr/share/lumeric/APIAnalEngineDB.xml" CACHE STRING "API database file read by Init")
+set(TARVO_RESULT_PATH "/tmp/AnalysisResult" CACHE STRING "File that receives the finding lines")
+set(TARVO_EXTRACT_DIR_FORMAT "/tmp/%d" CACHE STRING "printf format of the package extraction directories")
+
+# Guards against hostile packages and SWF files.
+set(TARVO_MAX_PACKAGE_DEPTH "16" CACHE STRING "Deepest nesting of packages that is still expanded")
+set(TARVO_MAX_EXTRACTED_BYTES "1073741824" CACHE STRING "Bytes written by package expansion per analysis")
+set(TARVO_MAX_PACKAGE_ENTRIES "100000" CACHE STRING "Entries extracted from one package")
+set(TARVO_MAX_INFLATED_SWF_BYTES "268435456" CACHE STRING "Largest inflated image of a compressed SWF file")
+
+option(TARVO_BUILD_TESTS "Build the test suite" ON)
+option(TARVO_BUILD_TOOLS "Build the command-line host" ON)
+option(TARVO_BUILD_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" ON)
+option(TARVO_SANITIZE "Build everything with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+option(TARVO_FUZZ "Build the libFuzzer targets only (needs clang)" OFF)
+
+set(CMAKE_INSTALL_LIBDIR_DEFAULT "lib" CACHE STRING "Library install directory")
+
+add_compile_options(-Wall -Wextra -Wno-unused-parameter)
+if(TARVO_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined -fno-sanitize-recover=all)
+endif()
+if(TARVO_FUZZ)
+  set(TARVO_BUILD_TESTS ON CACHE BOOL "" FORCE)
+  set(TARVO_BUILD_BENCHMARKS OFF CACHE BOOL "" FORCE)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

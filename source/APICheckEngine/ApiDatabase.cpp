@@ -1,0 +1,128 @@
+// The Init stage and the documented-API database.
+#include <cassert>
+#include <cstdio>
+#include <cstdlib>
+
+#include <tinyxml.h>
+
+#include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/EngineConfig.h"
+#include "APICheckEngine/EngineLog.h"
+
+namespace FlashEngine_1_00 {
+
+namespace {
+
+template <typename Record>
+void deleteAll(std::vector<Record*>& list) {
+  for (Record* item : list) delete item;
+  list.clear();
+}
+
+void deleteRecords(std::vector<SWFStateMentInfo*>& list) {
+  for (SWFStateMentInfo* record : list) delete record->expression;
+  deleteAll(list);
+}
+
+// Turns every CR LF pair and every lone CR of the zero-terminated buffer into
+// one LF, in place. Returns the new length, or -1 when the write cursor would
+// leave the buffer.
+long normaliseLineEnds(char* dbBuff, long ftellLen) {
+  char* p = dbBuff;
+  char* q = dbBuff;
+  while (*p != '\0') {
+    assert(p < (dbBuff + ftellLen));
+    assert(q <= (dbBuff + ftellLen));
+    assert(q <= p);
+    if (*p == '\r') {
+      *q++ = '\n';
+      if (p[1] == '\n') ++p;
+    } else {
+      *q++ = *p;
+    }
+    ++p;
+  }
+  if (q > dbBuff + ftellLen) return -1;
+  *q = '\0';
+  return q - dbBuff;
+}
+
+}  // namespace
+
+RunResult APIAnalysis::Init() {
+  deleteAll(whiteAPIList);
+  deleteAll(resultList);
+  worthfulSourceList.clear();  // its texts belong to cleanedSourceList
+  deleteAll(cleanedSourceList);
+  deleteRecords(objectTagList);
+  deleteRecords(objectClassList);
+  deleteRecords(objectIdList);
+  deleteRecords(declareList);
+  deleteRecords(embedsDeclareList);
+  deleteRecords(objectVariableList);
+  deleteRecords(foundCallList);
+  deleteRecords(swfCallList);
+  deleteRecords(spareCallList);
+  deleteRecords(objectAccessList);
+  deleteRecords(embedsAccessList);
+  for (FlashFunctionInfo* block : functionBlockList) delete block->body;
+  deleteAll(functionBlockList);
+
+  RunResult code = swfloadWhiteAPIInfo(whiteAPIList);
+  if (code != RUN_SUCCESS) ENGINE_LOG("Init", " loadDeviceAPIInfo Error [%d] ", code);
+  PrintProcessingTime("Init");
+  return code;
+}
+
+RunResult APIAnalysis::swfloadWhiteAPIInfo(std::vector<std::string*>& list) {
+  FILE* file = fopen(EngineConfig::kDatabasePath, "r");
+  if (file == nullptr) return RUN_DB_LOAD_FAILED;
+
+  fseek(file, 0, SEEK_END);
+  long length = ftell(file);
+  if (length < 1) {
+    fclose(file);
+    return RUN_SUCCESS;
+  }
+  char* buffer = static_cast<char*>(malloc(static_cast<size_t>(length) + 1));
+  if (buffer == nullptr) {
+    fclose(file);
+    return RUN_DB_LOAD_FAILED;
+  }
+  fseek(file, 0, SEEK_SET);
+  if (fread(buffer, 1, static_cast<size_t>(length), file) < static_cast<size_t>(length)) {
+    fclose(file);
+    free(buffer);
+    return RUN_DB_LOAD_FAILED;
+  }
+  buffer[length] = '\0';
+  if (normaliseLineEnds(buffer, length) < 0) {
+    fclose(file);
+    free(buffer);
+    return RUN_DB_LOAD_FAILED;
+  }
+
+  TiXmlDocument document;
+  document.Parse(buffer, nullptr, TIXML_DEFAULT_ENCODING);
+  free(buffer);
+
+  TiXmlNode* root = document.FirstChild("APIAnalysisDB");
+  if (root == nullptr) {
+    document.Clear();
+    fclose(file);
+    return RUN_DB_NO_ROOT;
+  }
+  for (TiXmlNode* group = root->FirstChild(); group != nullptr; group = group->NextSibling()) {
+    for (TiXmlNode* entry = group->FirstChild(); entry != nullptr; entry = entry->NextSibling()) {
+      TiXmlElement* element = entry->ToElement();
+      if (element == nullptr || std::string(entry->Value()) != "Function") continue;
+      const char* name = element->GetText();
+      if (name != nullptr) list.push_back(new std::string(name));
+    }
+  }
+  document.Clear();
+  fclose(file);
+  return RUN_SUCCESS;
+}
+
+}  // namespace FlashEngine_1_00
