@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, then builds and runs the whole test suite: the
 # normal build, the AddressSanitizer/UndefinedBehaviorSanitizer build and a
-# short run of every fuzz target.
+# short run of every fuzz target, then the 32-bit ARM build with its tests
+# under emulation.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
@@ -19,3 +20,6 @@ echo "== fuzz targets (short runs from the seed corpora)"
 scripts/build.sh build-fuzz -DTARVO_FUZZ=ON -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
   -DTARVO_BUILD_TOOLS=OFF
 ctest --test-dir build-fuzz --output-on-failure -j "$(nproc)"
+
+echo "== build and test for the target (armhf, under qemu-user)"
+scripts/test-armhf.sh build-armhf
