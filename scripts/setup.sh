@@ -10,6 +10,7 @@ packages=(
   clang libclang-rt-dev
   python3
 )
+# --with-arm: also the cross compiler and emulator of scripts/test-armhf.sh.
 if [[ "${1:-}" == "--with-arm" ]]; then
   packages+=(g++-arm-linux-gnueabihf qemu-user)
 fi
@@ -28,5 +29,7 @@ echo "Installing: ${missing[*]}"
 sudo_cmd=()
 if [[ $(id -u) -ne 0 ]]; then sudo_cmd=(sudo); fi
 export DEBIAN_FRONTEND=noninteractive
-"${sudo_cmd[@]}" apt-get update -qq
+# A list that fails to download while a mirror syncs is reported but need not
+# stop the install: apt-get install says whether the packages were found.
+"${sudo_cmd[@]}" apt-get update -qq || echo "apt-get update reported errors; installing anyway" >&2
 "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
