@@ -19,4 +19,6 @@ scripts/build.sh "$build" \
   -DTARVO_BUILD_TESTS=ON -DTARVO_BUILD_TOOLS=ON \
   -DTARVO_BUILD_BENCHMARKS=OFF -DTARVO_FUZZ=OFF -DTARVO_SANITIZE=OFF
 ctest --test-dir "$build" --output-on-failure -j "$(nproc)" --timeout 900
-echo "== armhf build and tests took $((SECONDS - start)) s"
+cases=$(grep -ho '^\[==========\] [0-9]* tests\? from .* ran' "$build/Testing/Temporary/LastTest.log" |
+  awk '{ n += $2 } END { print n + 0 }')
+echo "== armhf: ${cases} GoogleTest cases in the programs above; build and tests took $((SECONDS - start)) s"
