@@ -18,6 +18,12 @@ option(TARVO_FUZZ "Build the libFuzzer targets only (needs clang)" OFF)
 set(CMAKE_INSTALL_LIBDIR_DEFAULT "lib" CACHE STRING "Library install directory")
 
 add_compile_options(-Wall -Wextra -Wno-unused-parameter)
+# Large-file interfaces everywhere (a no-op on 64-bit platforms): on the 32-bit
+# target off_t, ino_t and directory offsets become 64 bits, so stat, readdir and
+# nftw work on large files and on file systems whose inode numbers or directory
+# offsets do not fit in 32 bits, where they would fail with EOVERFLOW. time_t
+# keeps the platform's width: firstCheckTime is the host's struct timespec.
+add_compile_definitions(_FILE_OFFSET_BITS=64)
 if(TARVO_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined -fno-sanitize-recover=all)

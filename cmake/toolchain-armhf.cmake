@@ -23,9 +23,11 @@ set(CMAKE_CXX_COMPILER arm-linux-gnueabihf-g++)
 
 # On the target long, size_t and pointers are 32 bits wide: a printf-style
 # argument of the wrong width there reads the wrong bytes, so a format that does
-# not match its arguments is an error in this build.
-set(CMAKE_C_FLAGS_INIT "-Werror=format")
-set(CMAKE_CXX_FLAGS_INIT "-Werror=format")
+# not match its arguments is an error in this build. Everything built with this
+# file (GoogleTest in the sysroot too) uses the large-file interfaces, as the
+# project does: struct stat must have one layout across all the objects.
+set(CMAKE_C_FLAGS_INIT "-Werror=format -D_FILE_OFFSET_BITS=64")
+set(CMAKE_CXX_FLAGS_INIT "-Werror=format -D_FILE_OFFSET_BITS=64")
 
 if(NOT TARVO_ARMHF_SYSROOT)
   set(TARVO_ARMHF_SYSROOT "${CMAKE_BINARY_DIR}/sysroot")
