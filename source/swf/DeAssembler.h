@@ -22,8 +22,6 @@ struct ActionRecord;
 
 class DeAssembler {
  public:
-  // Size of the zero-filled working buffer and of each inflate chunk.
-  static constexpr uint32_t kWorkingBufferBytes = 1024000u;
   // Entries of the branch-target table.
   static constexpr int32_t kBranchTargetCapacity = 100000;
   // Records listed per file at most.
@@ -73,6 +71,7 @@ class DeAssembler {
   RunResult listScriptBlock(const uint8_t* data, int32_t& position, uint32_t length, int32_t total,
                             std::vector<std::string>& lines, bool banners);
   void recordBranchTarget(ActionBlock& block, int64_t target);
+  uint64_t imageLimit() const;
 
   Util util;
   std::vector<uint32_t> branchTargets;  // kBranchTargetCapacity entries

@@ -18,6 +18,8 @@ namespace {
 constexpr int32_t kSignatureBytes = 3;
 // Signature, version byte and file length: what precedes the zlib stream.
 constexpr uint32_t kPlainHeaderBytes = 8;
+// Bytes of the compressed file read at a time.
+constexpr uint32_t kInflateChunkBytes = 65536;
 // Images stay well inside signed 32-bit positions whatever the configuration.
 constexpr uint64_t kLargestImage = 0x40000000u;
 
@@ -52,12 +54,21 @@ std::string DeAssembler::getSWFHeader(FILE* file) {
   return std::string(signature, sizeof(signature));
 }
 
+// The working buffer is sized to the file (within the image limit) instead
+// of a fixed size: nothing reads past the data, and a compressed image grows
+// as it is inflated.
 RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::string>& lines) {
   if (TimeBudget::spent()) return RUN_TIME_LIMIT;
   FileHandle file(fopen(path.c_str(), "rb"));
   if (!file) return RUN_SWF_OPEN_FAILED;
+  fseek(file.get(), 0, SEEK_END);
+  long fileSize = ftell(file.get());
+  fseek(file.get(), 0, SEEK_SET);
+  const uint64_t limit = imageLimit();
+  const uint32_t imageBytes = fileSize > 0 ? static_cast<uint32_t>(std::min<uint64_t>(fileSize, limit)) : 0;
+
   ImageBuffer buffer;
-  if (!buffer.allocate(kWorkingBufferBytes)) {
+  if (!buffer.allocate(std::max(imageBytes, kPlainHeaderBytes))) {
     ENGINE_LOG("SWFDeAssemblerMain", "[%s] Memory Allocation(malloc) Fail ", "SWFDeAssemblerMain");
     return RUN_SWF_BUFFER_ALLOC_FAILED;
   }
@@ -68,22 +79,10 @@ RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::str
 
   if (signature == "FWS") {
     // The whole file, signature included, up to the image limit.
-    fseek(file.get(), 0, SEEK_END);
-    long fileSize = ftell(file.get());
     fseek(file.get(), 0, SEEK_SET);
-    int32_t size = -1;
-    if (fileSize > 0) {
-      size = static_cast<int32_t>(std::min<uint64_t>(static_cast<uint64_t>(fileSize),
-                                                     std::min(maxImageBytes, kLargestImage)));
-      if (!buffer.reserve(static_cast<uint32_t>(size))) {
-        ENGINE_LOG("SWFDeAssemblerMain", "[%s] Memory Allocation(malloc) Fail ", "SWFDeAssemblerMain");
-        return RUN_SWF_BUFFER_ALLOC_FAILED;
-      }
-      if (fread(buffer.data(), 1, static_cast<size_t>(size), file.get()) != static_cast<size_t>(size)) {
-        return RUN_SUCCESS;
-      }
-    }
-    RunResult code = SWFDeAssemble(buffer.data() + kSignatureBytes, lines, size - kSignatureBytes);
+    if (fread(buffer.data(), 1, imageBytes, file.get()) != imageBytes) return RUN_SUCCESS;
+    RunResult code = SWFDeAssemble(buffer.data() + kSignatureBytes, lines,
+                                   static_cast<int32_t>(imageBytes) - kSignatureBytes);
     CheckProcessingTime(" ---->DeAssemble_AfterSWFDeAssemble");
     return code;
   }
@@ -101,14 +100,15 @@ RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::str
   return RUN_SWF_BAD_SIGNATURE;
 }
 
+// The stream is inflated straight into the image, which grows (doubling) up
+// to the image limit; an image that reaches the limit is cut there.
 RunResult DeAssembler::unCompressSWF(FILE* file, ImageBuffer& buffer, int32_t& size) {
-  const uint32_t limit = static_cast<uint32_t>(
-      std::max<uint64_t>(kPlainHeaderBytes, std::min(maxImageBytes, kLargestImage)));
+  const uint32_t limit = static_cast<uint32_t>(std::max<uint64_t>(kPlainHeaderBytes, imageLimit()));
   size = 0;
-  if (!buffer.reserve(kWorkingBufferBytes)) return RUN_SWF_UNCOMPRESS_FAILED;
+  if (!buffer.reserve(kPlainHeaderBytes)) return RUN_SWF_UNCOMPRESS_FAILED;
 
   // The image of the plain file: "FWS", then the version byte and the file
-  // length as they stand in the file; missing bytes stay zero.
+  // length as they stand in the file; missing bytes are zero.
   uint8_t* image = buffer.data();
   memcpy(image, "FWS", kSignatureBytes);
   size_t header = fread(image + kSignatureBytes, 1, kPlainHeaderBytes - kSignatureBytes, file);
@@ -121,9 +121,8 @@ RunResult DeAssembler::unCompressSWF(FILE* file, ImageBuffer& buffer, int32_t& s
   if (inflateInit_(&stream, ZLIB_VERSION, static_cast<int>(sizeof(z_stream))) != Z_OK) {
     return RUN_SWF_UNCOMPRESS_FAILED;
   }
-  std::unique_ptr<uint8_t[]> input(new (std::nothrow) uint8_t[kWorkingBufferBytes]);
-  std::unique_ptr<uint8_t[]> output(new (std::nothrow) uint8_t[kWorkingBufferBytes]);
-  if (!input || !output) {
+  std::unique_ptr<uint8_t[]> input(new (std::nothrow) uint8_t[kInflateChunkBytes]);
+  if (!input) {
     inflateEnd(&stream);
     return RUN_SWF_UNCOMPRESS_FAILED;
   }
@@ -132,7 +131,7 @@ RunResult DeAssembler::unCompressSWF(FILE* file, ImageBuffer& buffer, int32_t& s
   bool cut = false;  // the image limit (or memory) stopped the inflating
   for (;;) {
     if (stream.avail_in == 0) {
-      size_t read = fread(input.get(), 1, kWorkingBufferBytes, file);
+      size_t read = fread(input.get(), 1, kInflateChunkBytes, file);
       if (read == 0) {
         // The file ends: whatever was inflated is the image.
         size = static_cast<int32_t>(total);
@@ -141,27 +140,25 @@ RunResult DeAssembler::unCompressSWF(FILE* file, ImageBuffer& buffer, int32_t& s
       stream.next_in = input.get();
       stream.avail_in = static_cast<uInt>(read);
     }
-    stream.next_out = output.get();
-    stream.avail_out = kWorkingBufferBytes;
-    status = inflate(&stream, Z_SYNC_FLUSH);
-    uint32_t produced = kWorkingBufferBytes - stream.avail_out;
-    if (produced > limit - total) {
-      produced = limit - total;
-      cut = true;
-    }
-    if (produced > 0) {
-      uint64_t wanted = std::max<uint64_t>(total + produced, std::min<uint64_t>(2ull * buffer.capacity(), limit));
-      if (!buffer.reserve(static_cast<uint32_t>(wanted))) {
+    uint32_t room = std::min(buffer.capacity(), limit) - total;
+    if (room == 0) {
+      uint64_t grown = std::min<uint64_t>(limit, std::max<uint64_t>(2ull * buffer.capacity(), kInflateChunkBytes));
+      if (total >= limit || !buffer.reserve(static_cast<uint32_t>(grown))) {
         cut = true;
-        produced = 0;
+        break;
       }
-      memcpy(buffer.data() + total, output.get(), produced);
-      total += produced;
+      room = std::min(buffer.capacity(), limit) - total;
     }
-    if (cut || status != Z_OK) break;
+    stream.next_out = buffer.data() + total;
+    stream.avail_out = room;
+    status = inflate(&stream, Z_SYNC_FLUSH);
+    total += room - stream.avail_out;
+    if (status != Z_OK) break;
   }
   size = static_cast<int32_t>(total);
   int ended = inflateEnd(&stream);
   if (cut) return RUN_SWF_UNCOMPRESS_FAILED;
   return (status == Z_STREAM_END && ended == Z_OK) ? RUN_SUCCESS : RUN_SWF_UNCOMPRESS_FAILED;
 }
+
+uint64_t DeAssembler::imageLimit() const { return std::min(maxImageBytes, kLargestImage); }
