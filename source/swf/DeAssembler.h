@@ -4,7 +4,8 @@
 // Member definitions by concern: SwfFileReader.cpp (file reading, inflating,
 // per-file state), TagWalk.cpp (tag headers, the tag walks), TagNames.cpp,
 // ActionListing.cpp (the record walk of a script block and branch targets),
-// with the operand listers of ActionOperands.h behind printActionRecord.
+// with the operand listers of ActionOperands.h behind printActionRecord
+// (PushValues.cpp, FunctionOperands.cpp, PlainOperands.cpp).
 #pragma once
 
 #include <cstdint>
@@ -67,6 +68,8 @@ class DeAssembler {
   uint32_t maxListingLines;
 
  private:
+  RunResult walkTags(const uint8_t* data, int32_t& position, std::vector<std::string>& lines, int32_t total,
+                     bool inSprite);
   // Lists the body of a DoAction tag at `position` and moves past it.
   RunResult listScriptBlock(const uint8_t* data, int32_t& position, uint32_t length, int32_t total,
                             std::vector<std::string>& lines, bool banners);

@@ -1,5 +1,6 @@
 // Reading one SWF file into the image of a plain file: plain files are read
 // whole, compressed ones inflated, then the image's tags are walked.
+#include <sys/stat.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -22,6 +23,13 @@ constexpr uint32_t kPlainHeaderBytes = 8;
 constexpr uint32_t kInflateChunkBytes = 65536;
 // Images stay well inside signed 32-bit positions whatever the configuration.
 constexpr uint64_t kLargestImage = 0x40000000u;
+
+// The size of a regular file; 0 for anything else (a directory opens too).
+uint64_t regularFileSize(FILE* file) {
+  struct stat status;
+  if (fstat(fileno(file), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size < 0) return 0;
+  return static_cast<uint64_t>(status.st_size);
+}
 
 struct FileCloser {
   void operator()(FILE* file) const { fclose(file); }
@@ -61,11 +69,7 @@ RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::str
   if (TimeBudget::spent()) return RUN_TIME_LIMIT;
   FileHandle file(fopen(path.c_str(), "rb"));
   if (!file) return RUN_SWF_OPEN_FAILED;
-  fseek(file.get(), 0, SEEK_END);
-  long fileSize = ftell(file.get());
-  fseek(file.get(), 0, SEEK_SET);
-  const uint64_t limit = imageLimit();
-  const uint32_t imageBytes = fileSize > 0 ? static_cast<uint32_t>(std::min<uint64_t>(fileSize, limit)) : 0;
+  const uint32_t imageBytes = static_cast<uint32_t>(std::min(regularFileSize(file.get()), imageLimit()));
 
   ImageBuffer buffer;
   if (!buffer.allocate(std::max(imageBytes, kPlainHeaderBytes))) {

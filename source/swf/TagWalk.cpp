@@ -48,25 +48,7 @@ RunResult DeAssembler::SWFDeAssemble(const uint8_t* data, std::vector<std::strin
   position += 2;
   util.getWord(data, position, length);
 
-  for (;;) {
-    if (TimeBudget::spent() || position >= length || lines.size() >= maxListingLines) return RUN_SUCCESS;
-    uint32_t code = 0;
-    uint32_t tagLength = 0;
-    TagHeaderParsing(data, position, &code, &tagLength, length);
-    if (endsWalk(code)) return RUN_SUCCESS;
-    if (code == kTagDoAction) {
-      if (!isListedBlock(tagLength)) continue;
-      RunResult result = listScriptBlock(data, position, tagLength, length, lines, true);
-      if (result != RUN_SUCCESS) return result;
-    } else if (code == kTagDefineSprite) {
-      lines.emplace_back(kSpriteStart);
-      RunResult result = movieClipTagParse(data, position, lines, length);
-      lines.emplace_back(kSpriteEnd);
-      if (result != RUN_SUCCESS) return result;
-    } else {
-      util.skipTagLengh(data, position, tagLength, length);
-    }
-  }
+  return walkTags(data, position, lines, length, false);
 }
 
 // The sprite's own identifier and frame-count words are not stepped over:
@@ -74,6 +56,13 @@ RunResult DeAssembler::SWFDeAssemble(const uint8_t* data, std::vector<std::strin
 // the walk leaves the sprite wherever that reading ends it.
 RunResult DeAssembler::movieClipTagParse(const uint8_t* data, int32_t& position, std::vector<std::string>& lines,
                                          int32_t total) {
+  return walkTags(data, position, lines, total, true);
+}
+
+// One walk for the file and for a sprite body: inside a sprite, script blocks
+// get no banners and a nested sprite is skipped like any other tag.
+RunResult DeAssembler::walkTags(const uint8_t* data, int32_t& position, std::vector<std::string>& lines,
+                                int32_t total, bool inSprite) {
   for (;;) {
     if (TimeBudget::spent() || position >= total || lines.size() >= maxListingLines) return RUN_SUCCESS;
     uint32_t code = 0;
@@ -82,7 +71,12 @@ RunResult DeAssembler::movieClipTagParse(const uint8_t* data, int32_t& position,
     if (endsWalk(code)) return RUN_SUCCESS;
     if (code == kTagDoAction) {
       if (!isListedBlock(tagLength)) continue;
-      RunResult result = listScriptBlock(data, position, tagLength, total, lines, false);
+      RunResult result = listScriptBlock(data, position, tagLength, total, lines, !inSprite);
+      if (result != RUN_SUCCESS) return result;
+    } else if (code == kTagDefineSprite && !inSprite) {
+      lines.emplace_back(kSpriteStart);
+      RunResult result = movieClipTagParse(data, position, lines, total);
+      lines.emplace_back(kSpriteEnd);
       if (result != RUN_SUCCESS) return result;
     } else {
       util.skipTagLengh(data, position, tagLength, total);

@@ -103,8 +103,6 @@ TEST_F(ListingTest, TagHeadersAndTheEndOfTheWalk) {
        SwfWriter().raw(u16(12 << 6 | 63) + u32(10000000)).doAction(play()).end(), {kDoStart, "[ActionPlay]", kDoEnd}},
       {"frame size with 0-bit fields", SwfWriter().frameSize(0, 0, 0, 0, 0).doAction(play()).end(),
        {kDoStart, "[ActionPlay]", kDoEnd}},
-      {"frame size with 1-bit fields", SwfWriter().frameSize(1, 0, 1, 1, 0).doAction(play()).end(),
-       {kDoStart, "[ActionPlay]", kDoEnd}},
       {"frame size with 31-bit fields", SwfWriter().frameSize(31, 0x7FFFFFFF, 1, 0x55555555, 3).doAction(play()).end(),
        {kDoStart, "[ActionPlay]", kDoEnd}},
   };

@@ -50,13 +50,4 @@ TEST_F(ListingTest, SkippingToOrPastTheEndLogsAndStopsThere) {
   }
 }
 
-TEST_F(ListingTest, TagNamesForDiagnostics) {
-  EXPECT_STREQ(deAssembler.getTagStr(26), "TAG_PLACEOBJECT2");
-  EXPECT_STREQ(deAssembler.getTagStr(39), "TAG_DEFINEMOVIECLIP");
-  EXPECT_STREQ(deAssembler.getTagStr(1023), "TAG_DEFINEBITSPTR");
-  EXPECT_EQ(deAssembler.getTagStr(27), nullptr);
-  EXPECT_EQ(deAssembler.getTagStr(92), nullptr);
-  EXPECT_EQ(deAssembler.checkByteOrder(), 1);
-}
-
 }  // namespace
