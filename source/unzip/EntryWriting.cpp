@@ -103,12 +103,12 @@ bool writeAll(int fd, const char* data, size_t size) {
 // or UNZ_ERRNO for a write error.
 int copyEntry(ExtractJob& job, int fd, char* buffer) {
   for (;;) {
-    int read = unzReadCurrentFile(job.package, buffer, kCopyBufferSize);
-    if (read < 0) return read;
-    if (read == 0) return UNZ_OK;
-    if (!fitsBudget(job, static_cast<uint64_t>(read), "do_extract_currentfile")) return UNZ_OK;
-    if (!writeAll(fd, buffer, static_cast<size_t>(read))) return UNZ_ERRNO;
-    job.budget->bytesUsed += static_cast<uint64_t>(read);
+    int got = unzReadCurrentFile(job.package, buffer, kCopyBufferSize);
+    if (got < 0) return got;
+    if (got == 0) return UNZ_OK;
+    if (!fitsBudget(job, static_cast<uint64_t>(got), "do_extract_currentfile")) return UNZ_OK;
+    if (!writeAll(fd, buffer, static_cast<size_t>(got))) return UNZ_ERRNO;
+    job.budget->bytesUsed += static_cast<uint64_t>(got);
   }
 }
 

@@ -87,18 +87,6 @@ class ExpansionLimitTest : public JobFixture {
   FlashEngine_1_00::APIAnalysis engine;
 };
 
-TEST_F(ExpansionLimitTest, NestingBeyondTheDepthLimitIsNotExpanded) {
-  std::string inner = ZipBuilder().add("inner.js", "i").bytes();
-  std::string pkg = package(ZipBuilder().add("inner.zip", inner).add("outer.js", "o").bytes());
-  engine.expansionDepth = EngineConfig::kMaxPackageDepth - 1;  // this package is the deepest allowed
-  engine.addFilePathbyUnzipping({pkg});
-
-  ASSERT_EQ(engine.extractedDirList.size(), 1u);
-  EXPECT_EQ(engine.extractedFileList.size(), 2u);
-  EXPECT_EQ(logged("nesting limit"), 1);
-  EXPECT_EQ(engine.expansionDepth, EngineConfig::kMaxPackageDepth - 1);
-}
-
 TEST_F(ExpansionLimitTest, SpentByteBudgetStopsEveryFurtherPackage) {
   // A package of ten packages of one file each, with room for little more
   // than the outer one.

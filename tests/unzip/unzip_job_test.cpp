@@ -88,19 +88,6 @@ INSTANTIATE_TEST_SUITE_P(
         OptionCase{"missing package", {"-x", "/nonexistent/p.zip", "-d", "OUT"}, 1, {}},
         OptionCase{"missing directory", {"-x", "PKG", "-d", "OUT/none"}, 1, {}}));
 
-TEST_F(UnzipJobTest, ProgramNameAloneSucceedsAndNothingFails) {
-  char name[] = "uzip";
-  char* argv[] = {name};
-  EXPECT_EQ(do_UnzipJob(1, argv), 0);
-  EXPECT_EQ(do_UnzipJob(0, argv), 1);
-}
-
-TEST_F(UnzipJobTest, ListingLogsEveryEntry) {
-  ASSERT_EQ(job({"-v", package(appPackage().bytes())}), 0);
-  EXPECT_EQ(logged("[app/www/index.html] [13]"), 1);
-  EXPECT_EQ(LogCapture::lines().size(), 5u);
-}
-
 TEST_F(UnzipJobTest, ExistingFileIsKeptUnlessOverwriting) {
   std::string pkg = package(ZipBuilder().add("a.txt", "new").bytes());
   WriteFile(out + "/a.txt", "old");
