@@ -4,11 +4,13 @@
 
 #include <climits>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/PluginClassIds.h"
 #include "support/EngineHost.h"
+#include "support/LogCapture.h"
 
 namespace {
 
@@ -47,6 +49,120 @@ TEST(EmbedsIndex, ReadsTheNumberBetweenFirstOpenAndLastClose) {
     std::string text = c.first;
     EXPECT_EQ(engine.parseEmbedsTagIndex(&text), c.second) << c.first;
   }
+}
+
+std::vector<std::string> expressionsOf(const std::vector<FlashEngine_1_00::SWFStateMentInfo*>& list) {
+  std::vector<std::string> out;
+  for (const auto* record : list) out.push_back(*record->expression);
+  return out;
+}
+
+const char kPage[] =
+    "<html><body>\n"
+    "<object id=\"tv\" classid=\"clsid:MORVANE-NAVERTIX-KOB\"></object>\n"
+    "<OBJECT id='tuner' classid=\"clsid:MORVANE-NAVERTIX-TUNERINFO\">\n"
+    "  <param name=\"a\" value=\"b\">\n"
+    "</OBJECT>\n"
+    "<object id=\"other\" classid=\"clsid:VENDOR-PLAYER\"></object>\n"
+    "< object id=\"spaced\" classid=\"clsid:MORVANE-NAVERTIX-EPG\"></object>\n"
+    "<object classid=\"clsid:MORVANE-NAVERTIX-EPG\" width=\"0\"></object>\n"
+    "<object id=\"open\" classid=\"clsid:MORVANE-NAVERTIX-CLOCK\"><param name=\"x\">\n"
+    "</body></html>\n";
+
+TEST(ObjectTags, RecordsElementsThatNameAKnownPlugin) {
+  APIAnalysis engine;
+  std::string page = kPage;
+  std::string path = "/tmp/0/www/index.html";
+  EXPECT_TRUE(engine.FindObjectTags(&page, &path));
+  const std::vector<std::string> tags = {
+      "MORVANE-NAVERTIX-KOB#<objectid=\"tv\"classid=\"clsid:MORVANE-NAVERTIX-KOB\"></object>",
+      // TUNERINFO is reported as TUNER, the earlier row; text between tags is not kept.
+      "MORVANE-NAVERTIX-TUNER#<OBJECTid='tuner'classid=\"clsid:MORVANE-NAVERTIX-TUNERINFO\">"
+      "<paramname=\"a\"value=\"b\"></OBJECT>",
+      "MORVANE-NAVERTIX-EPG#<objectclassid=\"clsid:MORVANE-NAVERTIX-EPG\"width=\"0\"></object>",
+  };
+  EXPECT_EQ(expressionsOf(engine.objectTagList), tags);
+  const std::vector<std::string> classes = {"MORVANE-NAVERTIX-KOB", "MORVANE-NAVERTIX-TUNER", "MORVANE-NAVERTIX-EPG"};
+  EXPECT_EQ(expressionsOf(engine.objectClassList), classes);
+  EXPECT_EQ(engine.objectTagList[0]->scope, "Global");
+  EXPECT_EQ(engine.objectClassList[2]->filePath, path);
+
+  // An element with an unknown class counts as seen; a page without any does not.
+  std::string vendorOnly = "<object classid=\"clsid:VENDOR\"></object>";
+  std::string noObject = "<div id=\"tv\"></div>";
+  EXPECT_TRUE(engine.FindObjectTags(&vendorOnly, &path));
+  EXPECT_FALSE(engine.FindObjectTags(&noObject, &path));
+  EXPECT_EQ(engine.objectTagList.size(), 3u);
+}
+
+TEST(ObjectTags, StartAndEndCheckers) {
+  APIAnalysis engine;
+  const std::vector<std::tuple<std::string, bool, bool>> cases = {
+      {"<object id=\"a\">", true, false}, {"</object>", false, true}, {"<ObJeCt/oBjEcT>", true, true},
+      {"< object>", false, true},         {"<objec>", false, false},
+  };
+  for (const auto& c : cases) {
+    bool start = true;
+    bool end = true;
+    std::string text = std::get<0>(c);
+    EXPECT_EQ(engine.ObjectStartIDChecker(start, end, &text), RUN_SUCCESS);
+    EXPECT_EQ(start, std::get<1>(c)) << text;
+    EXPECT_EQ(end, std::get<2>(c)) << text;
+  }
+}
+
+TEST(ObjectTags, ElementIdNeedsExactlyOneQuotedIdAttribute) {
+  APIAnalysis engine;
+  const std::string none = "_NO_CLASSID_FOUND_";
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"KOB#<objectid=\"tv\"classid=\"clsid:MORVANE-NAVERTIX-KOB\">", "tv"},
+      {"<object id = ' my tv ' >", " my tv "},  // inner blanks kept
+      {"<object pid='a'>", "a"},
+      {"<object id=\"a\" name=\"b\" pid=\"c\">", none},  // two id-like attributes
+      {"<object id=\"a\" pid='c'>", none},              // one of each quote kind
+      {"<object id=\"a-b\">", none},
+      {"<object classid=\"clsid:X\">", none},
+      {"", none},
+  };
+  for (const auto& c : cases) EXPECT_EQ(engine.parseObjectID(c.first), c.second) << c.first;
+}
+
+TEST(ObjectIds, FollowIdsIntoFunctionParameters) {
+  TempDir dir;
+  WriteFile(dir.file("index.html"), kPage);
+  WriteFile(dir.file("second.htm"), "<object id=\"tv\" classid=\"clsid:MORVANE-NAVERTIX-KOB\"></object>");
+  WriteFile(dir.file("app.js"),
+            "function init(obj) { obj.Play(); }\n"
+            "function tune(a, device) { device.SetChannel(a); }\n"
+            "var helpers = { getElementById : function (node) { return node; } };\n"
+            "init('tv');\n"
+            "init( \"tv\" );\n"
+            "tune(1, 'tuner');\n"
+            "var k = document.getElementById('tv');\n");
+  APIAnalysis engine;
+  std::vector<std::string> files = {dir.file("index.html"), dir.file("second.htm"), dir.file("app.js")};
+  engine.FirstScanSource(&files);
+  LogCapture::clear();
+  EXPECT_EQ(engine.FindObjectTagToken(), RUN_SUCCESS);
+  EXPECT_EQ(engine.FindObjectID(), RUN_SUCCESS);
+
+  const std::vector<std::string> ids = {
+      "MORVANE-NAVERTIX-KOB#tv",  "MORVANE-NAVERTIX-KOB#obj", "MORVANE-NAVERTIX-TUNER#tuner",
+      "MORVANE-NAVERTIX-TUNER#device", "MORVANE-NAVERTIX-EPG#_NO_CLASSID_FOUND_",
+  };
+  EXPECT_EQ(expressionsOf(engine.objectIdList), ids);
+  EXPECT_EQ(engine.objectIdList[0]->filePath, dir.file("index.html"));  // first path kept
+  EXPECT_EQ(engine.objectIdList[0]->scope, "Global");
+  EXPECT_EQ(engine.objectIdList[1]->scope, "");  // aliases carry no scope
+  EXPECT_EQ(engine.objectIdList[1]->filePath, dir.file("app.js"));
+
+  std::vector<std::string> variations;
+  for (const LogLine& line : LogCapture::lines()) {
+    if (line.format == "[%s] VariationSymbol [%s]\t") variations.push_back(line.function + ":" + line.text);
+  }
+  const std::vector<std::string> expected = {"FindObjectID:[FindObjectID] VariationSymbol [obj]\t",
+                                             "FindObjectID:[FindObjectID] VariationSymbol [device]\t"};
+  EXPECT_EQ(variations, expected);
 }
 
 }  // namespace

@@ -149,4 +149,60 @@ TEST(FunctionBlocks, CutFromUpTo100BytesBeforeTheKeywordToTheBalancingBrace) {
   for (const auto& c : cases) EXPECT_EQ(blockTexts(c.first), c.second) << c.first.substr(0, 40);
 }
 
+std::vector<std::string> expressionsOf(const std::vector<FlashEngine_1_00::SWFStateMentInfo*>& list) {
+  std::vector<std::string> out;
+  for (const auto* record : list) out.push_back(*record->expression);
+  return out;
+}
+
+TEST(FirstScan, CollectsAccessExpressionsEmbedsAndFunctions) {
+  // Fillers longer than an excerpt keep every statement in its own excerpt.
+  std::string filler = "\n";
+  for (int i = 0; i < 200; ++i) filler += "aa ";
+  filler += "\n";
+  const std::string source = "var t = document.getElementById(\"tv\");" + filler +
+                             "t=document.getElementById(\"tv\").Open(\"a\");" + filler +
+                             "p = $ (\"tv\");" + filler +
+                             "var e = document.embeds[0].Play();" + filler +
+                             "function init(a, b) { if (a) { b(); } }" + filler +
+                             "var handlers = { start : function (x) { go(x); } };" + filler +
+                             "function broken(a) { if (a) {";
+  TempDir dir;
+  WriteFile(dir.file("app.js"), source);
+  APIAnalysis engine;
+  std::vector<std::string> files = {dir.file("app.js")};
+  engine.FirstScanSource(&files);
+
+  const std::vector<std::string> access = {" document.getElementById(\"tv\")",
+                                           "t=document.getElementById(\"tv\").Open(\"a\"", " $ (\"tv\")"};
+  EXPECT_EQ(expressionsOf(engine.objectAccessList), access);
+  EXPECT_EQ(expressionsOf(engine.embedsAccessList), std::vector<std::string>{" document.embeds[0].Play("});
+  for (const auto* record : engine.objectAccessList) {
+    EXPECT_EQ(record->scope, "Global");
+    EXPECT_EQ(record->filePath, dir.file("app.js"));
+  }
+  ASSERT_EQ(engine.functionBlockList.size(), 2u);
+  EXPECT_EQ(engine.functionBlockList[0]->header, "function init(a, b)");
+  EXPECT_EQ(*engine.functionBlockList[0]->body, " { if (a) { b(); } }");
+  EXPECT_EQ(engine.functionBlockList[1]->header, "start : function (x)");
+  EXPECT_EQ(*engine.functionBlockList[1]->body, " { go(x); }");
+  EXPECT_EQ(engine.functionBlockList[1]->filePath, dir.file("app.js"));
+}
+
+TEST(FirstScan, RecordsNestedFunctionsOncePerBlockThatHoldsThem) {
+  TempDir dir;
+  WriteFile(dir.file("n.js"), "function outer() { function inner() { x(); } }");
+  APIAnalysis engine;
+  std::vector<std::string> files = {dir.file("n.js")};
+  engine.FirstScanSource(&files);
+  std::vector<std::string> headers;
+  for (const auto* info : engine.functionBlockList) headers.push_back(info->header + "|" + *info->body);
+  const std::vector<std::string> expected = {
+      "function outer()| { function inner() { x(); } }",  // block of `outer`
+      "function inner()| { x(); }",
+      "function inner()| { x(); }",  // block of `inner` (outer's header has no body there)
+  };
+  EXPECT_EQ(headers, expected);
+}
+
 }  // namespace
