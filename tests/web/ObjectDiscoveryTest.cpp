@@ -81,9 +81,9 @@ TEST(ObjectTags, RecordsElementsThatNameAKnownPlugin) {
       "<paramname=\"a\"value=\"b\"></OBJECT>",
       "MORVANE-NAVERTIX-EPG#<objectclassid=\"clsid:MORVANE-NAVERTIX-EPG\"width=\"0\"></object>",
   };
-  EXPECT_EQ(expressionsOf(engine.objectTagList), tags);
+  ASSERT_EQ(expressionsOf(engine.objectTagList), tags);
   const std::vector<std::string> classes = {"MORVANE-NAVERTIX-KOB", "MORVANE-NAVERTIX-TUNER", "MORVANE-NAVERTIX-EPG"};
-  EXPECT_EQ(expressionsOf(engine.objectClassList), classes);
+  ASSERT_EQ(expressionsOf(engine.objectClassList), classes);
   EXPECT_EQ(engine.objectTagList[0]->scope, "Global");
   EXPECT_EQ(engine.objectClassList[2]->filePath, path);
 
@@ -150,7 +150,7 @@ TEST(ObjectIds, FollowIdsIntoFunctionParameters) {
       "MORVANE-NAVERTIX-KOB#tv",  "MORVANE-NAVERTIX-KOB#obj", "MORVANE-NAVERTIX-TUNER#tuner",
       "MORVANE-NAVERTIX-TUNER#device", "MORVANE-NAVERTIX-EPG#_NO_CLASSID_FOUND_",
   };
-  EXPECT_EQ(expressionsOf(engine.objectIdList), ids);
+  ASSERT_EQ(expressionsOf(engine.objectIdList), ids);
   EXPECT_EQ(engine.objectIdList[0]->filePath, dir.file("index.html"));  // first path kept
   EXPECT_EQ(engine.objectIdList[0]->scope, "Global");
   EXPECT_EQ(engine.objectIdList[1]->scope, "");  // aliases carry no scope
