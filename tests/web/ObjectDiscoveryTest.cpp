@@ -4,10 +4,10 @@
 
 #include <climits>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "web/RecordTexts.h"
 #include "APICheckEngine/PluginClassIds.h"
 #include "support/EngineHost.h"
 #include "support/LogCapture.h"
@@ -51,12 +51,6 @@ TEST(EmbedsIndex, ReadsTheNumberBetweenFirstOpenAndLastClose) {
   }
 }
 
-std::vector<std::string> expressionsOf(const std::vector<FlashEngine_1_00::SWFStateMentInfo*>& list) {
-  std::vector<std::string> out;
-  for (const auto* record : list) out.push_back(*record->expression);
-  return out;
-}
-
 const char kPage[] =
     "<html><body>\n"
     "<object id=\"tv\" classid=\"clsid:MORVANE-NAVERTIX-KOB\"></object>\n"
@@ -93,22 +87,6 @@ TEST(ObjectTags, RecordsElementsThatNameAKnownPlugin) {
   EXPECT_TRUE(engine.FindObjectTags(&vendorOnly, &path));
   EXPECT_FALSE(engine.FindObjectTags(&noObject, &path));
   EXPECT_EQ(engine.objectTagList.size(), 3u);
-}
-
-TEST(ObjectTags, StartAndEndCheckers) {
-  APIAnalysis engine;
-  const std::vector<std::tuple<std::string, bool, bool>> cases = {
-      {"<object id=\"a\">", true, false}, {"</object>", false, true}, {"<ObJeCt/oBjEcT>", true, true},
-      {"< object>", false, true},         {"<objec>", false, false},
-  };
-  for (const auto& c : cases) {
-    bool start = true;
-    bool end = true;
-    std::string text = std::get<0>(c);
-    EXPECT_EQ(engine.ObjectStartIDChecker(start, end, &text), RUN_SUCCESS);
-    EXPECT_EQ(start, std::get<1>(c)) << text;
-    EXPECT_EQ(end, std::get<2>(c)) << text;
-  }
 }
 
 TEST(ObjectTags, ElementIdNeedsExactlyOneQuotedIdAttribute) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "web/RecordTexts.h"
 #include "APICheckEngine/SourceScan.h"
 #include "support/EngineHost.h"
 #include "support/LogCapture.h"
@@ -149,12 +150,6 @@ TEST(FunctionBlocks, CutFromUpTo100BytesBeforeTheKeywordToTheBalancingBrace) {
   for (const auto& c : cases) EXPECT_EQ(blockTexts(c.first), c.second) << c.first.substr(0, 40);
 }
 
-std::vector<std::string> expressionsOf(const std::vector<FlashEngine_1_00::SWFStateMentInfo*>& list) {
-  std::vector<std::string> out;
-  for (const auto* record : list) out.push_back(*record->expression);
-  return out;
-}
-
 TEST(FirstScan, CollectsAccessExpressionsEmbedsAndFunctions) {
   // Fillers longer than an excerpt keep every statement in its own excerpt.
   std::string filler = "\n";
@@ -187,22 +182,6 @@ TEST(FirstScan, CollectsAccessExpressionsEmbedsAndFunctions) {
   EXPECT_EQ(engine.functionBlockList[1]->header, "start : function (x)");
   EXPECT_EQ(*engine.functionBlockList[1]->body, " { go(x); }");
   EXPECT_EQ(engine.functionBlockList[1]->filePath, dir.file("app.js"));
-}
-
-TEST(FirstScan, RecordsNestedFunctionsOncePerBlockThatHoldsThem) {
-  TempDir dir;
-  WriteFile(dir.file("n.js"), "function outer() { function inner() { x(); } }");
-  APIAnalysis engine;
-  std::vector<std::string> files = {dir.file("n.js")};
-  engine.FirstScanSource(&files);
-  std::vector<std::string> headers;
-  for (const auto* info : engine.functionBlockList) headers.push_back(info->header + "|" + *info->body);
-  const std::vector<std::string> expected = {
-      "function outer()| { function inner() { x(); } }",  // block of `outer`
-      "function inner()| { x(); }",
-      "function inner()| { x(); }",  // block of `inner` (outer's header has no body there)
-  };
-  EXPECT_EQ(headers, expected);
 }
 
 }  // namespace
