@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <climits>
+#include <cstring>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -33,6 +34,50 @@ bool isTagSource(const std::string& extension) {
   }
   return false;
 }
+
+// The most rounds an unbounded repetition of the regular-expression dialect
+// runs.
+constexpr size_t kRepetitionRounds = 65536;
+
+// Calls fn(begin, end) for each successive match of "<.*>" in `text`, each
+// search starting where the previous match ended. The `.*` takes the byte
+// after the `<` whatever it is and then stops at the first `>`, within
+// kRepetitionRounds rounds; so a search position can match only when it holds
+// a `<` with a `>` 2 to kRepetitionRounds + 1 bytes after it. Searches start
+// at such positions only: the matches are the same, and a flood of `<` with
+// no `>` near costs no 65536-round attempt per byte.
+template <typename Fn>
+void forEachTag(Pattern& tagForm, const char* text, Fn fn) {
+  const size_t length = std::strlen(text);
+  std::vector<size_t> closers;
+  for (size_t i = 0; i < length; ++i) {
+    if (text[i] == '>') closers.push_back(i);
+  }
+  size_t cursor = 0;
+  while (cursor < length) {
+    const void* opener = std::memchr(text + cursor, '<', length - cursor);
+    if (opener == nullptr) return;
+    size_t at = static_cast<size_t>(static_cast<const char*>(opener) - text);
+    auto closer = std::lower_bound(closers.begin(), closers.end(), at + 2);
+    if (closer == closers.end()) return;  // no later `<` can match either
+    if (*closer - at > kRepetitionRounds + 1) {
+      cursor = at + 1;
+      continue;
+    }
+    const char* begin = nullptr;
+    const char* end = nullptr;
+    if (!tagForm.search(text + at, &begin, &end)) return;
+    fn(begin, end);
+    size_t next = static_cast<size_t>(end - text);
+    cursor = next > at ? next : at + 1;
+  }
+}
+
+// A formal parameter that receives a plug-in symbol, and the source of the call.
+struct ParameterUse {
+  size_t source;
+  std::string parameter;
+};
 
 SWFStateMentInfo* newRecord(const std::string& expression, const char* scope, const std::string& path) {
   SWFStateMentInfo* record = new SWFStateMentInfo;
@@ -76,7 +121,7 @@ bool APIAnalysis::FindObjectTags(std::string* text, std::string* path) {
   bool inside = false;
   std::string element;
   size_t elements = 0;
-  tagForm.forEachMatch(text->c_str(), [&](const char* begin, const char* end) {
+  forEachTag(tagForm, text->c_str(), [&](const char* begin, const char* end) {
     std::string tag(begin, static_cast<size_t>(end - begin));
     bool hasStart = false;
     bool hasEnd = false;
@@ -162,6 +207,29 @@ RunResult APIAnalysis::FindObjectID() {
     definitions.push_back(header);
   }
 
+  // Every formal parameter that receives `symbol` in a call of some source,
+  // in source order, then call order, then block order.
+  auto parametersReceiving = [&](const std::string& symbol) {
+    std::vector<ParameterUse> uses;
+    for (size_t j = 0; j < worthfulSourceList.size() && j < worthfulPathList.size(); ++j) {
+      Pattern call(std::string(kCallBefore) + symbol + kCallAfter);
+      call.forEachMatch(worthfulSourceList[j]->c_str(), [&](const char* begin, const char* end) {
+        std::string callText(begin, static_cast<size_t>(end - begin));
+        std::string called;
+        int position = funcParameterParsing(callText, symbol, called);
+        if (called.find("getElementById") != std::string::npos) return true;  // the direct look-up
+        auto sameName = definitionsByName.find(called);
+        if (sameName == definitionsByName.end()) return true;
+        for (size_t index : sameName->second) {
+          uses.push_back(ParameterUse{j, getParamterByPosition(definitions[index], position)});
+        }
+        return true;
+      });
+    }
+    return uses;
+  };
+  std::unordered_map<std::string, std::vector<ParameterUse>> parametersBySymbol;
+
   std::vector<std::string> tokens;
   for (size_t r = 0; r < objectTagList.size(); ++r) {
     SWFStateMentInfo* tag = objectTagList[r];
@@ -177,24 +245,17 @@ RunResult APIAnalysis::FindObjectID() {
 
     // Calls that pass the symbol to a function defined in the sources make
     // the formal parameter at that position a further name of the plug-in.
-    for (size_t j = 0; j < worthfulSourceList.size() && j < worthfulPathList.size(); ++j) {
-      Pattern call(std::string(kCallBefore) + symbol + kCallAfter);
-      call.forEachMatch(worthfulSourceList[j]->c_str(), [&](const char* begin, const char* end) {
-        std::string callText(begin, static_cast<size_t>(end - begin));
-        std::string called;
-        int position = funcParameterParsing(callText, symbol, called);
-        if (called.find("getElementById") != std::string::npos) return true;  // the direct look-up
-        auto sameName = definitionsByName.find(called);
-        if (sameName == definitionsByName.end()) return true;
-        for (size_t index : sameName->second) {
-          std::string parameter = getParamterByPosition(definitions[index], position);
-          std::string aliasKey = classId + "#" + parameter;
-          if (!known.insert(aliasKey).second) continue;
-          ENGINE_LOG("FindObjectID", "[%s] VariationSymbol [%s]\t", "FindObjectID", parameter.c_str());
-          objectIdList.push_back(newRecord(aliasKey, "", *worthfulPathList[j]));
-        }
-        return true;
-      });
+    // The parameters found for a symbol do not depend on the class, so an id
+    // seen again (the same element in several pages) reuses them.
+    auto cached = parametersBySymbol.find(symbol);
+    if (cached == parametersBySymbol.end()) {
+      cached = parametersBySymbol.emplace(symbol, parametersReceiving(symbol)).first;
+    }
+    for (const ParameterUse& use : cached->second) {
+      std::string aliasKey = classId + "#" + use.parameter;
+      if (!known.insert(aliasKey).second) continue;
+      ENGINE_LOG("FindObjectID", "[%s] VariationSymbol [%s]\t", "FindObjectID", use.parameter.c_str());
+      objectIdList.push_back(newRecord(aliasKey, "", *worthfulPathList[use.source]));
     }
   }
   return RUN_SUCCESS;

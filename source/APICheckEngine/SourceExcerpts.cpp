@@ -4,6 +4,7 @@
 // are searched with the access patterns, never whole files.
 #include <algorithm>
 #include <cstring>
+#include <initializer_list>
 
 #include "APICheckEngine/SourceScan.h"
 #include "regex/Pattern.h"
@@ -40,8 +41,15 @@ bool isHit(const unsigned char* t, size_t k) {
   return true;
 }
 
-std::vector<std::string> allMatches(const std::string& patternText, const std::string& subject) {
+// Every match of the pattern in the subject. A subject that lacks all of
+// `required` (literal texts one of which every match contains) cannot match
+// and is not searched.
+std::vector<std::string> allMatches(const std::string& patternText, const std::string& subject,
+                                    std::initializer_list<const char*> required) {
   std::vector<std::string> found;
+  bool possible = false;
+  for (const char* literal : required) possible = possible || subject.find(literal) != std::string::npos;
+  if (!possible) return found;
   Pattern pattern(patternText);
   pattern.forEachMatch(subject.c_str(), [&](const char* begin, const char* end) {
     found.emplace_back(begin, static_cast<size_t>(end - begin));
@@ -112,8 +120,8 @@ void collectAccessExpressions(const char* text, size_t length, const std::string
     if (made >= kMaxAccessRecordsPerFile) return;
     if (!havePrevious || !(excerpt == previous)) {
       std::string subject(text + excerpt.first, excerpt.length);
-      accessMatches = allMatches(domAccessForm, subject);
-      embedsMatches = allMatches(kEmbedsForm, subject);
+      accessMatches = allMatches(domAccessForm, subject, {"getElementById", "$"});
+      embedsMatches = allMatches(kEmbedsForm, subject, {"embeds"});
       previous = excerpt;
       havePrevious = true;
     }

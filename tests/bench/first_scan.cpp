@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/SourceScan.h"
 #include "support/EngineHost.h"
 
 namespace {
@@ -54,6 +55,53 @@ void BM_FirstScanSource(benchmark::State& state) {
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * state.range(0));
 }
 BENCHMARK(BM_FirstScanSource)->Arg(1 << 20)->Arg(2 << 20)->Arg(4 << 20)->Unit(benchmark::kMillisecond);
+
+// The two halves of the first pass on their own, over the same text.
+void BM_AccessExpressions(benchmark::State& state) {
+  const std::string text = applicationScript(static_cast<size_t>(state.range(0)));
+  for (auto _ : state) {
+    FlashEngine_1_00::APIAnalysis engine;
+    FlashEngine_1_00::sourcescan::collectAccessExpressions(text.c_str(), text.size(), "app.js", engine.objectAccessList,
+                                                           engine.embedsAccessList);
+    benchmark::DoNotOptimize(engine.objectAccessList.size());
+  }
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * state.range(0));
+}
+BENCHMARK(BM_AccessExpressions)->Arg(1 << 20)->Arg(2 << 20)->Unit(benchmark::kMillisecond);
+
+void BM_FunctionBlocks(benchmark::State& state) {
+  const std::string text = applicationScript(static_cast<size_t>(state.range(0)));
+  for (auto _ : state) {
+    FlashEngine_1_00::APIAnalysis engine;
+    FlashEngine_1_00::sourcescan::collectFunctionBlocks(text.c_str(), text.size(), "app.js", engine.functionBlockList);
+    benchmark::DoNotOptimize(engine.functionBlockList.size());
+  }
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * state.range(0));
+}
+BENCHMARK(BM_FunctionBlocks)->Arg(1 << 20)->Arg(2 << 20)->Unit(benchmark::kMillisecond);
+
+// Object elements and their ids followed into every source: the page holds
+// three plug-in objects, the script is the generated one.
+void BM_ObjectDiscovery(benchmark::State& state) {
+  TempDir dir;
+  WriteFile(dir.file("index.html"),
+            "<html><body>\n<object id=\"tv\" classid=\"clsid:MORVANE-NAVERTIX-TUNER\"></object>\n"
+            "<object id=\"audio\" classid=\"clsid:MORVANE-NAVERTIX-AUDIOOUT\"></object>\n"
+            "<object id=\"kob\" classid=\"clsid:MORVANE-NAVERTIX-KOB\"></object>\n</body></html>\n");
+  WriteFile(dir.file("app.js"), applicationScript(static_cast<size_t>(state.range(0))));
+  std::vector<std::string> files = {dir.file("index.html"), dir.file("app.js")};
+  for (auto _ : state) {
+    state.PauseTiming();
+    FlashEngine_1_00::APIAnalysis engine;
+    engine.FirstScanSource(&files);
+    state.ResumeTiming();
+    engine.FindObjectTagToken();
+    engine.FindObjectID();
+    benchmark::DoNotOptimize(engine.objectIdList.size());
+  }
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * state.range(0));
+}
+BENCHMARK(BM_ObjectDiscovery)->Arg(1 << 20)->Arg(2 << 20)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -87,6 +87,15 @@ TEST(ObjectTags, RecordsElementsThatNameAKnownPlugin) {
   EXPECT_TRUE(engine.FindObjectTags(&vendorOnly, &path));
   EXPECT_FALSE(engine.FindObjectTags(&noObject, &path));
   EXPECT_EQ(engine.objectTagList.size(), 3u);
+
+  // A tag ends at most 65537 bytes after its `<`.
+  for (size_t length : {65538u, 65539u}) {
+    std::string element = "<object id=\"far\" classid=\"MORVANE-NAVERTIX-EPG\"";
+    element += std::string(length - element.size() - 1, ' ') + "></object>";
+    FlashEngine_1_00::APIAnalysis fresh;
+    fresh.FindObjectTags(&element, &path);
+    EXPECT_EQ(fresh.objectTagList.size(), length == 65538u ? 1u : 0u) << length;
+  }
 }
 
 TEST(ObjectTags, ElementIdNeedsExactlyOneQuotedIdAttribute) {
