@@ -1,11 +1,13 @@
 // Object variable binding: which element look-ups of the sources name a known
 // plug-in symbol, which script variables they are assigned to, the scope text
 // of each such variable and the line where a name first occurs in a file.
-#include <algorithm>
+#include <cstring>
 #include <map>
 #include <utility>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/FirstOccurrences.h"
+#include "APICheckEngine/SourceLookup.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
@@ -136,29 +138,13 @@ RunResult APIAnalysis::FindObjectVariable() {
 
 int APIAnalysis::foundSymbolLineNumber(std::string* path, std::string* symbol) {
   if (path == nullptr || symbol == nullptr) return -1;
-  auto known = std::find_if(worthfulPathList.begin(), worthfulPathList.end(),
-                            [&](const std::string* candidate) { return *candidate == *path; });
-  if (known == worthfulPathList.end()) return -1;
-  size_t index = static_cast<size_t>(known - worthfulPathList.begin());
-  if (index >= cleanedSourceList.size() || cleanedSourceList[index] == nullptr) return -1;
-  const std::string& source = *cleanedSourceList[index];
-
-  // Leading bytes outside '0'..'z' (blanks, quotes, '(' ...) are not looked for.
-  size_t skip = 0;
-  while (skip < symbol->size() &&
-         (static_cast<unsigned char>((*symbol)[skip]) < '0' || static_cast<unsigned char>((*symbol)[skip]) > 'z')) {
-    ++skip;
-  }
-  if (skip == symbol->size()) skip = 0;
-
-  size_t position = source.find(symbol->c_str() + skip, 0, symbol->size() - skip);
-  if (position == std::string::npos) return 0;
-
-  // Line feeds at positions 1..position of the prefix read as a C string.
-  size_t limit = std::min(position + 1, source.find('\0'));
-  if (limit <= 1) return 1;
-  return 1 +
-         static_cast<int>(std::count(source.begin() + 1, source.begin() + static_cast<std::ptrdiff_t>(limit), '\n'));
+  const std::string* source = TextForPath(worthfulPathList, cleanedSourceList, *path);
+  if (source == nullptr) return -1;
+  // memmem skips ahead where a plain find steps byte by byte.
+  std::string needle = SymbolNeedle(*symbol);
+  const void* hit = memmem(source->data(), source->size(), needle.data(), needle.size());
+  if (hit == nullptr) return 0;
+  return LineOfPosition(*source, static_cast<size_t>(static_cast<const char*>(hit) - source->data()));
 }
 
 }  // namespace FlashEngine_1_00

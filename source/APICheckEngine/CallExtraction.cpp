@@ -2,8 +2,12 @@
 // plug-in objects and through element look-ups, each recorded in
 // foundCallList and judged at once.
 #include <cstring>
+#include <map>
+#include <unordered_set>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/FirstOccurrences.h"
+#include "APICheckEngine/SourceLookup.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
@@ -56,29 +60,88 @@ bool callsBuiltIn(const std::string& candidate) {
   return false;
 }
 
-// The cleaned source of a file worth scanning, by its path; null if unknown.
-std::string* sourceOf(const std::vector<std::string*>& paths, const std::vector<std::string*>& sources,
-                      const std::string& path) {
-  for (size_t i = 0; i < paths.size() && i < sources.size(); ++i) {
-    if (*paths[i] == path) return sources[i];
+// What decides the calls that searching for a record finds: its expression,
+// kind and file, and the text searched when the record carries it. Records
+// that agree on all of these find the same calls with the same verdicts, so
+// searching them again adds nothing to the results.
+std::string searchIdentity(const SWFStateMentInfo* record, const std::string& text) {
+  std::string identity = record->expression ? *record->expression : std::string();
+  for (const std::string* part : {&record->scope, &record->filePath, &text}) {
+    identity += '\0';
+    identity += *part;
   }
-  return nullptr;
+  return identity;
+}
+
+// Group 0 of each successive match of the calls made on `name` in `source`;
+// none when the pattern does not compile.
+std::vector<std::string> callsOn(CStringUtil& util, std::string name, const std::string& source) {
+  name = util.customReplace(name, " ", "");
+  Pattern calls(std::string("(") + kSeparatorBeforeName + name + kCallWithArguments + ")|(" + kSeparatorBeforeName +
+                name + kCallWithoutArguments + ")");
+  std::vector<std::string> found;
+  calls.forEachMatch(source.c_str(), [&](const char* begin, const char* end) {
+    found.emplace_back(begin, static_cast<size_t>(end - begin));
+    return true;
+  });
+  return found;
+}
+
+// Records a call found on a bound variable and judges it. A generic "Execute"
+// call is named by the method it executes; a call made on ".Open" is recorded
+// without a text to judge.
+RunResult reportCall(APIAnalysis& engine, const std::string& classId, std::string callText, const std::string& path,
+                     int line) {
+  CStringUtil& util = engine.stringUtil;
+  std::string* apiText = nullptr;
+  if (contains(callText, "Execute")) {
+    std::string executed = engine.findAPINameForKOBCase(&callText);
+    if (!executed.empty()) {
+      std::string named = classId + "#" + executed;
+      apiText = new std::string(util.customReplace(named, " ", ""));
+    }
+  }
+  if (apiText == nullptr && !contains(callText, ".Open")) {
+    std::string plain = classId + "#" + callText;
+    apiText = new std::string(util.customReplace(plain, " ", ""));
+  }
+
+  SWFStateMentInfo* call = new SWFStateMentInfo;
+  call->expression = apiText;
+  call->scope = "Src";
+  call->filePath = path;
+  call->line = line;
+  engine.foundCallList.push_back(call);
+  return engine.DetermineAPISecurity(engine.resultList, call);
 }
 
 }  // namespace
 
 RunResult APIAnalysis::FindAPIFunctionName4JS() {
   if (objectVariableList.empty()) return RUN_SUCCESS;
+
+  // The calls on each binding, in binding order. Finding them does not depend
+  // on the verdicts, so all are found first and their lines looked up with
+  // one pass over each file, before they are judged in the same order.
+  struct Search {
+    std::string classId;
+    std::string path;
+    std::vector<std::string> calls;
+    std::vector<int> lines;
+  };
+  std::vector<Search> searches;
   std::vector<std::string> pieces;
-  for (size_t i = 0; i < objectVariableList.size(); ++i) {
-    SWFStateMentInfo* binding = objectVariableList[i];
+  std::unordered_set<std::string> searched;
+  for (SWFStateMentInfo* binding : objectVariableList) {
     std::string* text = nullptr;
     if (binding->scope == "Func") {
       text = &binding->text;
     } else if (binding->scope == "Src") {
-      text = sourceOf(worthfulPathList, worthfulSourceList, binding->filePath);
+      text = TextForPath(worthfulPathList, worthfulSourceList, binding->filePath);
     }
     if (text == nullptr) continue;
+    // A binding equal to one already searched finds the same calls again.
+    if (!searched.insert(searchIdentity(binding, binding->scope == "Func" ? *text : std::string())).second) continue;
 
     std::string classId;
     std::string name;
@@ -88,48 +151,43 @@ RunResult APIAnalysis::FindAPIFunctionName4JS() {
       name = pieces[1];
     }
     if (namesCommonHelper(*text, name)) continue;
+    searches.push_back({classId, binding->filePath, callsOn(stringUtil, name, *text), {}});
+  }
 
-    // Every binding is searched, even after a finding.
-    findAPIsFromPool(classId, name, text, binding->filePath);
+  // Line of each call: its first occurrence in its file's cleaned source.
+  std::map<std::string, std::vector<Search*>> byPath;
+  for (Search& search : searches) byPath[search.path].push_back(&search);
+  for (auto& file : byPath) {
+    const std::string* source = TextForPath(worthfulPathList, cleanedSourceList, file.first);
+    FirstOccurrenceLines occurrences;
+    std::vector<std::vector<size_t>> needles;
+    for (const Search* search : file.second) {
+      needles.emplace_back();
+      for (const std::string& call : search->calls) needles.back().push_back(occurrences.add(SymbolNeedle(call)));
+    }
+    std::vector<int> lines = source ? occurrences.linesIn(*source) : std::vector<int>();
+    for (size_t k = 0; k < file.second.size(); ++k) {
+      for (size_t needle : needles[k]) file.second[k]->lines.push_back(source ? lines[needle] : -1);
+    }
+  }
+
+  // Every binding is judged, even after a finding; a finding ends only the
+  // calls of its own binding.
+  for (const Search& search : searches) {
+    for (size_t k = 0; k < search.calls.size(); ++k) {
+      if (reportCall(*this, search.classId, search.calls[k], search.path, search.lines[k]) != RUN_SUCCESS) break;
+    }
   }
   return RUN_SUCCESS;
 }
 
 RunResult APIAnalysis::findAPIsFromPool(std::string classId, std::string name, std::string* source, std::string path) {
-  name = stringUtil.customReplace(name, " ", "");
-  Pattern calls(std::string("(") + kSeparatorBeforeName + name + kCallWithArguments + ")|(" + kSeparatorBeforeName +
-                name + kCallWithoutArguments + ")");
-  if (!calls.compiled() || source == nullptr) return RUN_SUCCESS;
-
-  RunResult result = RUN_SUCCESS;
-  calls.forEachMatch(source->c_str(), [&](const char* begin, const char* end) {
-    std::string callText(begin, static_cast<size_t>(end - begin));
-
-    // A generic "Execute" call is named by the method it executes; a call
-    // made on ".Open" is recorded without a text to judge.
-    std::string* apiText = nullptr;
-    if (contains(callText, "Execute")) {
-      std::string executed = findAPINameForKOBCase(&callText);
-      if (!executed.empty()) {
-        std::string named = classId + "#" + executed;
-        apiText = new std::string(stringUtil.customReplace(named, " ", ""));
-      }
-    }
-    if (apiText == nullptr && !contains(callText, ".Open")) {
-      std::string plain = classId + "#" + callText;
-      apiText = new std::string(stringUtil.customReplace(plain, " ", ""));
-    }
-
-    SWFStateMentInfo* call = new SWFStateMentInfo;
-    call->expression = apiText;
-    call->scope = "Src";
-    call->filePath = path;
-    call->line = foundSymbolLineNumber(&path, &callText);
-    foundCallList.push_back(call);
-    result = DetermineAPISecurity(resultList, call);
-    return result == RUN_SUCCESS;
-  });
-  return result;
+  if (source == nullptr) return RUN_SUCCESS;
+  for (std::string& call : callsOn(stringUtil, name, *source)) {
+    RunResult result = reportCall(*this, classId, call, path, foundSymbolLineNumber(&path, &call));
+    if (result != RUN_SUCCESS) return result;
+  }
+  return RUN_SUCCESS;
 }
 
 std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
@@ -142,10 +200,13 @@ std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
 
 RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
   std::vector<std::string> pieces;
+  std::unordered_set<std::string> searched;
   for (size_t i = 0; i < declareList.size(); ++i) {
     SWFStateMentInfo* declared = declareList[i];
-    std::string* source = sourceOf(worthfulPathList, worthfulSourceList, declared->filePath);
+    std::string* source = TextForPath(worthfulPathList, worthfulSourceList, declared->filePath);
     if (source == nullptr || declared->expression == nullptr) continue;
+    // A record equal to one already searched finds the same calls again.
+    if (!searched.insert(searchIdentity(declared, declared->accessText)).second) continue;
 
     stringUtil.stringTokenizer("#", *declared->expression, pieces);
     std::string classId = pieces.size() >= 1 ? pieces[0] : std::string();

@@ -2,7 +2,7 @@
 // few megabytes and one large script file, each at three sizes that double, so
 // that the time per byte shows whether any step grows faster than the input.
 //
-//   bench_web_analysis --benchmark_counter_table=true
+//   bench_web_analysis --benchmark_counters_tabular=true
 //
 // The counter ns_per_byte stays roughly level across the sizes of one family
 // when the analysis is linear in its input.
