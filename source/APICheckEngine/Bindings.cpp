@@ -1,8 +1,8 @@
 // Object variable binding: which element look-ups of the sources name a known
 // plug-in symbol, which script variables they are assigned to, the scope text
 // of each such variable and the line where a name first occurs in a file.
-#include <cstring>
 #include <map>
+#include <unordered_map>
 #include <utility>
 
 #include "APICheckEngine/APIAnalysis.h"
@@ -87,8 +87,12 @@ RunResult APIAnalysis::FindObjectVariable() {
   // Body of the last function block of a file that contains a look-up, per
   // (path, look-up): many records share both.
   std::map<std::pair<std::string, std::string>, const std::string*> enclosingBodies;
+  std::unordered_map<std::string, std::vector<const FlashFunctionInfo*>> blocksOf;  // per file, in list order
+  for (const FlashFunctionInfo* block : functionBlockList) blocksOf[block->filePath].push_back(block);
   std::vector<std::string> pieces;
   std::vector<std::string> lookUpPieces;
+  // Lines as foundSymbolLineNumber gives them, with the paths indexed once.
+  const PathIndex paths(worthfulPathList);
 
   for (const SWFStateMentInfo* declared : declareList) {
     const std::string& expression = *declared->expression;
@@ -117,9 +121,8 @@ RunResult APIAnalysis::FindObjectVariable() {
         auto cached = enclosingBodies.find(key);
         if (cached == enclosingBodies.end()) {
           const std::string* body = nullptr;
-          for (const FlashFunctionInfo* block : functionBlockList) {
-            if (block->body != nullptr && block->filePath == declared->filePath &&
-                block->body->find(lookUp) != std::string::npos) {
+          for (const FlashFunctionInfo* block : blocksOf[declared->filePath]) {
+            if (block->body != nullptr && block->body->find(lookUp) != std::string::npos) {
               body = block->body;
             }
           }
@@ -127,8 +130,7 @@ RunResult APIAnalysis::FindObjectVariable() {
         }
         if (cached->second != nullptr) binding->text = *cached->second;
       }
-      std::string path = declared->filePath;
-      binding->line = foundSymbolLineNumber(&path, &variable);
+      binding->line = LineOfFirstOccurrence(paths.text(cleanedSourceList, declared->filePath), variable);
       objectVariableList.push_back(binding);
       return true;
     });
@@ -138,13 +140,7 @@ RunResult APIAnalysis::FindObjectVariable() {
 
 int APIAnalysis::foundSymbolLineNumber(std::string* path, std::string* symbol) {
   if (path == nullptr || symbol == nullptr) return -1;
-  const std::string* source = TextForPath(worthfulPathList, cleanedSourceList, *path);
-  if (source == nullptr) return -1;
-  // memmem skips ahead where a plain find steps byte by byte.
-  std::string needle = SymbolNeedle(*symbol);
-  const void* hit = memmem(source->data(), source->size(), needle.data(), needle.size());
-  if (hit == nullptr) return 0;
-  return LineOfPosition(*source, static_cast<size_t>(static_cast<const char*>(hit) - source->data()));
+  return LineOfFirstOccurrence(TextForPath(worthfulPathList, cleanedSourceList, *path), *symbol);
 }
 
 }  // namespace FlashEngine_1_00

@@ -132,12 +132,13 @@ RunResult APIAnalysis::FindAPIFunctionName4JS() {
   std::vector<Search> searches;
   std::vector<std::string> pieces;
   std::unordered_set<std::string> searched;
+  const PathIndex paths(worthfulPathList);
   for (SWFStateMentInfo* binding : objectVariableList) {
     std::string* text = nullptr;
     if (binding->scope == "Func") {
       text = &binding->text;
     } else if (binding->scope == "Src") {
-      text = TextForPath(worthfulPathList, worthfulSourceList, binding->filePath);
+      text = paths.text(worthfulSourceList, binding->filePath);
     }
     if (text == nullptr) continue;
     // A binding equal to one already searched finds the same calls again.
@@ -158,7 +159,7 @@ RunResult APIAnalysis::FindAPIFunctionName4JS() {
   std::map<std::string, std::vector<Search*>> byPath;
   for (Search& search : searches) byPath[search.path].push_back(&search);
   for (auto& file : byPath) {
-    const std::string* source = TextForPath(worthfulPathList, cleanedSourceList, file.first);
+    const std::string* source = paths.text(cleanedSourceList, file.first);
     FirstOccurrenceLines occurrences;
     std::vector<std::vector<size_t>> needles;
     for (const Search* search : file.second) {
@@ -201,9 +202,10 @@ std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
 RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
   std::vector<std::string> pieces;
   std::unordered_set<std::string> searched;
+  const PathIndex paths(worthfulPathList);
   for (size_t i = 0; i < declareList.size(); ++i) {
     SWFStateMentInfo* declared = declareList[i];
-    std::string* source = TextForPath(worthfulPathList, worthfulSourceList, declared->filePath);
+    std::string* source = paths.text(worthfulSourceList, declared->filePath);
     if (source == nullptr || declared->expression == nullptr) continue;
     // A record equal to one already searched finds the same calls again.
     if (!searched.insert(searchIdentity(declared, declared->accessText)).second) continue;
@@ -239,7 +241,7 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
       call->expression = apiName;
       call->scope = "Src";
       call->filePath = declared->filePath;
-      call->line = foundSymbolLineNumber(&declared->filePath, &declared->accessText);
+      call->line = LineOfFirstOccurrence(paths.text(cleanedSourceList, declared->filePath), declared->accessText);
       foundCallList.push_back(call);
       result = DetermineAPISecurity(resultList, call);
       return result == RUN_SUCCESS;

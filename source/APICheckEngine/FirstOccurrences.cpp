@@ -38,6 +38,15 @@ int LineOfPosition(const std::string& source, size_t position) {
   return 1 + static_cast<int>(countLineFeeds(source, 1, countedEnd(source, position)));
 }
 
+int LineOfFirstOccurrence(const std::string* source, const std::string& symbol) {
+  if (source == nullptr) return -1;
+  // memmem skips ahead where a plain find steps byte by byte.
+  std::string needle = SymbolNeedle(symbol);
+  const void* hit = memmem(source->data(), source->size(), needle.data(), needle.size());
+  if (hit == nullptr) return 0;
+  return LineOfPosition(*source, static_cast<size_t>(static_cast<const char*>(hit) - source->data()));
+}
+
 size_t FirstOccurrenceLines::add(const std::string& needle) {
   int node = 0;
   for (unsigned char byte : needle) {

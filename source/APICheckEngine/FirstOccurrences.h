@@ -16,6 +16,10 @@ std::string SymbolNeedle(const std::string& symbol);
 // 1 to `position`, counted no further than the first zero byte.
 int LineOfPosition(const std::string& source, size_t position);
 
+// Line of the first occurrence of `symbol`'s needle in `source`: -1 without a
+// source, 0 when the needle does not occur.
+int LineOfFirstOccurrence(const std::string* source, const std::string& symbol);
+
 // Lines of the first occurrences of many needles in one text, found in one
 // pass over the text (an Aho-Corasick automaton), so that looking up every call
 // of a large file costs about as much as reading the file once.

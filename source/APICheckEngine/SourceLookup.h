@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace FlashEngine_1_00 {
@@ -15,5 +16,21 @@ inline std::string* TextForPath(const std::vector<std::string*>& paths, const st
   }
   return nullptr;
 }
+
+// The same look-up for many paths: the position of each path's first entry,
+// found once, instead of a walk over every path per look-up.
+class PathIndex {
+ public:
+  explicit PathIndex(const std::vector<std::string*>& paths) {
+    for (size_t i = paths.size(); i-- > 0;) first_[*paths[i]] = i;
+  }
+  std::string* text(const std::vector<std::string*>& texts, const std::string& path) const {
+    auto found = first_.find(path);
+    return found != first_.end() && found->second < texts.size() ? texts[found->second] : nullptr;
+  }
+
+ private:
+  std::unordered_map<std::string, size_t> first_;
+};
 
 }  // namespace FlashEngine_1_00
