@@ -1,7 +1,6 @@
 // Script API call extraction: the method calls made on variables bound to
 // plug-in objects and through element look-ups, each recorded in
 // foundCallList and judged at once.
-#include <cstring>
 #include <map>
 #include <unordered_set>
 
@@ -46,7 +45,6 @@ bool namesCommonHelper(const std::string& text, const std::string& name) {
     for (const char* helper : kCommonHelpers) {
       if (contains(window, helper)) return true;
     }
-    if (at >= text.size()) break;
   }
   return false;
 }
