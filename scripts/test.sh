@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 scripts/setup.sh
 
 echo "== build and test (normal)"
-scripts/build.sh build
+scripts/build.sh build -DTARVO_BUILD_TESTS=ON -DTARVO_BUILD_BENCHMARKS=ON
 ctest --test-dir build --output-on-failure -j "$(nproc)"
 
 echo "== build and test (AddressSanitizer + UndefinedBehaviorSanitizer)"
