@@ -9,77 +9,48 @@ namespace {
 long countOf(const std::string& valuePart) { return strtol(valuePart.c_str(), nullptr, 10); }
 }  // namespace
 
-unsigned DeCompiler::handleActionCallMethod(std::vector<std::string>) {
-  std::string method;
-  std::string object;
-  std::string count;
-  if (operandStack.size() >= 3) {
-    method = pop();
-    object = pop();
-    count = pop();
+std::vector<std::string> DeCompiler::popOperands(size_t count) {
+  std::vector<std::string> operands(count);
+  if (operandStack.size() >= count) {
+    for (std::string& operand : operands) operand = pop();
   }
-  std::string statement;
-  appendBounded(statement, valuePart(object));
-  appendBounded(statement, ".");
-  appendBounded(statement, valuePart(method));
-  appendBounded(statement, "(");
-  appendBounded(statement, popArguments(countOf(valuePart(count)), true));
-  appendBounded(statement, ")");
+  return operands;
+}
+
+std::string DeCompiler::invocation(const std::string& target, const std::string& countEntry, bool commaAfterShort) {
+  std::string text;
+  appendBounded(text, target);
+  appendBounded(text, "(");
+  appendBounded(text, popArguments(countOf(valuePart(countEntry)), commaAfterShort));
+  appendBounded(text, ")");
+  return text;
+}
+
+unsigned DeCompiler::recordCall(const std::string& statement) {
   push("returnValueOfFunction#@x441#" + statement);
   appendStatement(statement);
   return 1000;
+}
+
+unsigned DeCompiler::handleActionCallMethod(std::vector<std::string>) {
+  std::vector<std::string> op = popOperands(3);  // method, object, count
+  return recordCall(invocation(valuePart(op[1]) + "." + valuePart(op[0]), op[2], true));
 }
 
 unsigned DeCompiler::handleActionCallFunction(std::vector<std::string>) {
-  std::string function;
-  std::string count;
-  if (operandStack.size() >= 2) {
-    function = pop();
-    count = pop();
-  }
-  std::string statement;
-  appendBounded(statement, valuePart(function));
-  appendBounded(statement, "(");
-  appendBounded(statement, popArguments(countOf(valuePart(count)), true));
-  appendBounded(statement, ")");
-  push("returnValueOfFunction#@x441#" + statement);
-  appendStatement(statement);
-  return 1000;
+  std::vector<std::string> op = popOperands(2);  // function, count
+  return recordCall(invocation(valuePart(op[0]), op[1], true));
 }
 
 unsigned DeCompiler::handleActionNewObject(std::vector<std::string>) {
-  std::string className;
-  std::string count;
-  if (operandStack.size() >= 2) {
-    className = pop();
-    count = pop();
-  }
-  std::string text = "new ";
-  appendBounded(text, valuePart(className));
-  appendBounded(text, "(");
-  appendBounded(text, popArguments(countOf(valuePart(count)), false));
-  appendBounded(text, ")");
-  push("newObject#@x441#" + text);
+  std::vector<std::string> op = popOperands(2);  // class, count
+  push("newObject#@x441#" + invocation("new " + valuePart(op[0]), op[1], false));
   return 1000;
 }
 
 unsigned DeCompiler::handleActionNewMethod(std::vector<std::string>) {
-  std::string method;
-  std::string object;
-  std::string count;
-  if (operandStack.size() >= 3) {
-    method = pop();
-    object = pop();
-    count = pop();
-  }
-  std::string text = "new ";
-  appendBounded(text, valuePart(object));
-  appendBounded(text, ".");
-  appendBounded(text, valuePart(method));
-  appendBounded(text, "(");
-  appendBounded(text, popArguments(countOf(valuePart(count)), false));
-  appendBounded(text, ")");
-  push("New Method#@x441#" + text);
+  std::vector<std::string> op = popOperands(3);  // method, object, count
+  push("New Method#@x441#" + invocation("new " + valuePart(op[1]) + "." + valuePart(op[0]), op[2], false));
   return 1000;
 }
 
@@ -121,16 +92,11 @@ unsigned DeCompiler::handleActionImplementsOp(std::vector<std::string>) {
 }
 
 unsigned DeCompiler::handleActionGetMember(std::vector<std::string>) {
-  std::string member;
-  std::string object;
-  if (operandStack.size() >= 2) {
-    member = pop();
-    object = pop();
-  }
+  std::vector<std::string> op = popOperands(2);  // member, object
   std::string fullName;
-  appendBounded(fullName, valuePart(object));
+  appendBounded(fullName, valuePart(op[1]));
   appendBounded(fullName, ".");
-  appendBounded(fullName, valuePart(member));
+  appendBounded(fullName, valuePart(op[0]));
   for (size_t i = 0; i < variableNames.size() && i < variableValues.size(); ++i) {
     if (variableNames[i].find(fullName) != std::string::npos) {
       push(variableValues[i]);

@@ -181,6 +181,13 @@ class DeCompiler {
   // parts joined by ","; with `commaAfterShort` a comma also follows the last
   // one taken when it was not the count-th (the statement rule of calls).
   std::string popArguments(long count, bool commaAfterShort);
+  // Pops `count` entries (top first) when the stack holds that many, else
+  // returns as many empty entries.
+  std::vector<std::string> popOperands(size_t count);
+  // target + "(" + up to the count's value part of arguments + ")".
+  std::string invocation(const std::string& target, const std::string& countEntry, bool commaAfterShort);
+  // Pushes the call's result placeholder and records its statement.
+  unsigned recordCall(const std::string& statement);
   // Pops `pops` entries when the stack is deep enough; pushes `placeholder`
   // unless it is null.
   unsigned replaceOperands(size_t pops, const char* placeholder);
