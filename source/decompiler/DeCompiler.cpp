@@ -80,7 +80,7 @@ void DeCompiler::appendBounded(std::string& text, const std::string& piece) {
 std::string DeCompiler::valuePart(const std::string& entry) {
   std::vector<std::string> fields;
   stringUtil.stringTokenizer(kFieldSeparator, entry, fields);
-  return fields.size() == 2 ? fields[1] : std::string();
+  return fields.size() == 2 ? std::move(fields[1]) : std::string();
 }
 
 bool DeCompiler::popIfDeep(size_t count) {

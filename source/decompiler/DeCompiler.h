@@ -27,7 +27,7 @@ class DeCompiler {
   // bound (doubling an entry by duplication and a two-argument call costs a
   // few records). A run that would pass either limit ends like a run whose
   // time budget is spent: the statements made so far are returned.
-  static constexpr size_t kMaxTextBytes = 1u << 20;      // one built text
+  static constexpr size_t kMaxTextBytes = 256u << 10;    // one built text
   static constexpr size_t kMaxMachineBytes = 64u << 20;  // stack plus statements
 
   // Separates the fields of listing lines and of stack entries, and the key
