@@ -122,7 +122,7 @@ TEST_F(Foundation, HostsFindExactlyTheDocumentedNames) {
                            "g_SWFResultVector", "firstCheckTime", "firstTimeVal", "trex_compile", "trex_free",
                            "trex_match", "trex_search", "trex_searchrange", "trex_getsubexpcount", "trex_getsubexp",
                            "g_exp", "g_limitAddress", "delete_comment", "delete_blankline", "documentExtention",
-                           "SystemFunctionPool", "word", "word4CapitalSWF"}) {
+                           "SystemFunctionPool", "word", "word4CapitalSWF", "arNames", "arPreFlags", "arSupFlags"}) {
     EXPECT_NO_THROW(host.symbol(name)) << name;
   }
 }

@@ -1,0 +1,98 @@
+// Compile and search costs of the scanners' patterns over a generated 1 MB
+// page of HTML and script.
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "regex/Pattern.h"
+
+namespace {
+
+const std::string kSeparator = R"re([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])re";
+
+struct NamedPattern {
+  const char* name;
+  std::string text;
+};
+
+const std::vector<NamedPattern>& patterns() {
+  static const std::vector<NamedPattern> all = {
+      {"api_name", R"re([\.]\s*[\w\d\_]+\s*\()re"},
+      {"dom_access",
+       R"re(((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)|((([\w\_]+)[\.]*)*\s*=*\s*[\$]\s*[\_]*\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*))re"},
+      {"embeds",
+       R"re((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*embeds\s*\[\s*[\d]*\s*\]\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)re"},
+      {"functions", R"re((function\s*[\w\_]*\s*\([\w\_"'\s,]*\))|([\w\_]+\s*[\:]\s*function\s*\([\w\_"'\s,]*\)))re"},
+      {"tags", "<.*>"},
+      {"element_id", R"re(id\s*=\s*"[\w\s\_]*")re"},
+      {"calls_on_tv", "(" + kSeparator + R"re(tv\s*\.\s*[\w\_]+\s*\([\[\.\]\d"',\s\w\_\(\)/]*\))re" + ")|(" + kSeparator +
+                          R"re(tv\s*\.\s*[\w\_]+\s*\([\s]*\))re" + ")"},
+      {"execute", R"re(Execute\(\s*[\"']*[\w\s\_]*[\"']*)re"},
+      {"lookup_call", R"re([\(][\s"']*tv[\s"']*[\)]\s*\.\s*[\w\d\_]+\s*\()re"},
+      {"assignment", R"re((([\w\_]+)[\.]*)*\s*(=))re"},
+      {"alias_call", R"re([\w\d\_]+\s*\(\s*[\d\w\_"'\s,\.]*tv\s*[\d\w\_"'\s,\.]*\)\s*)re"},
+  };
+  return all;
+}
+
+// About 1 MB of page text drawn from typical fragments, the same every run.
+const std::string& page() {
+  static const std::string text = [] {
+    const char* fragments[] = {
+        "<object id=\"tv\" classid=\"clsid:MORVANE-NAVERTIX-KOB\" width=\"0\" height=\"0\"></object>\n",
+        "<div class=\"menu\"><span id='title'>Channel list</span></div>\n",
+        "function init(a, b) {\n  var tv = document.getElementById(\"tv\");\n  tv.SetVolume(a + 10);\n}\n",
+        "  var items = $(\"list\").children(); for (var i = 0; i < items.length; i++) { total += i * 2; }\n",
+        "  x = tv.GetModel(); obj.Execute( \"Start\" ); var e = document.embeds[0];\n",
+        "  onKey : function (code) { if (code == 37) { this.focus = (this.focus + 1) % 4; } },\n",
+        "  $(\"tv\").Play(getUrl(1)); window.setTimeout(refresh, 500); // poll again\n",
+        "  var text = 'Press the red key to continue, or wait ' + seconds + ' seconds.';\n",
+    };
+    std::string out;
+    uint32_t state = 12345;
+    while (out.size() < (1u << 20)) {
+      state = state * 1103515245u + 12345u;
+      out += fragments[(state >> 16) % (sizeof(fragments) / sizeof(fragments[0]))];
+    }
+    return out;
+  }();
+  return text;
+}
+
+void CompileOnly(benchmark::State& state) {
+  const std::string& text = patterns()[state.range(0)].text;
+  for (auto _ : state) {
+    Pattern pattern(text);
+    benchmark::DoNotOptimize(pattern.get());
+  }
+  state.SetLabel(patterns()[state.range(0)].name);
+}
+
+// Compile, then every successive match over the page, as the scanners walk it.
+void CompileAndSearchAll(benchmark::State& state) {
+  const std::string& text = page();
+  int64_t matches = 0;
+  for (auto _ : state) {
+    Pattern pattern(patterns()[state.range(0)].text);
+    pattern.forEachMatch(text.c_str(), [&](const char*, const char*) {
+      ++matches;
+      return true;
+    });
+  }
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * static_cast<int64_t>(text.size()));
+  state.counters["matches"] = benchmark::Counter(static_cast<double>(matches) / static_cast<double>(state.iterations()));
+  state.SetLabel(patterns()[state.range(0)].name);
+}
+
+void AllPatterns(benchmark::internal::Benchmark* b) {
+  for (size_t i = 0; i < patterns().size(); ++i) b->Arg(static_cast<int64_t>(i));
+}
+
+BENCHMARK(CompileOnly)->Apply(AllPatterns);
+BENCHMARK(CompileAndSearchAll)->Apply(AllPatterns)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();
