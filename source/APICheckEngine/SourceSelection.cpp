@@ -1,4 +1,14 @@
+// The Prepare stage's work: choosing the web sources worth scanning, loading
+// and cleaning them, and the first pass that collects access expressions,
+// embeds expressions and function blocks for the later scanners.
+#include <cstring>
+#include <fstream>
+#include <sstream>
+
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/CommentStripping.h"
+#include "APICheckEngine/EngineLog.h"
+#include "APICheckEngine/SourceScan.h"
 #include "APICheckEngine/Visibility.h"
 
 extern "C" TARVO_EXPORT const char* const documentExtention[12] = {"js",  "JS",  "xml",  "XML",  "css",  "CSS",
@@ -6,13 +16,73 @@ extern "C" TARVO_EXPORT const char* const documentExtention[12] = {"js",  "JS", 
 
 namespace FlashEngine_1_00 {
 
+namespace {
+
+const char* const kSkippedExtensions[] = {"jpg", "JPG", "gif", "GIF", "so", "SO", "png", "PNG", "pcm", "PCM"};
+const char* const kScannedExtensions[] = {"html", "HTML", "htm", "HTM", "js", "JS", "xml", "XML"};
+
+template <size_t N>
+bool isOneOf(const std::string& value, const char* const (&table)[N]) {
+  for (const char* entry : table) {
+    if (value == entry) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
+  if (files != nullptr) {
+    for (const std::string& path : *files) {
+      std::string* cleaned = nullptr;
+      if (CheckFileAnalysisWorth(path, cleaned) != 1 || cleaned == nullptr) continue;
+      const char* text = cleaned->c_str();
+      size_t length = std::strlen(text);
+      sourcescan::collectAccessExpressions(text, length, path, objectAccessList, embedsAccessList);
+      sourcescan::collectFunctionBlocks(text, length, path, functionBlockList);
+      worthfulSourceList.push_back(cleaned);
+      worthfulPathList.push_back(new std::string(path));
+      worthfulExtList.push_back(new std::string(stringUtil.findFileExtention(path)));
+    }
+  }
+  ENGINE_LOG("FirstScanSource", " WorthFul File [%d] EA", static_cast<int>(worthfulSourceList.size()));
   PrintProcessingTime("FirstScanSource");
   return RUN_SUCCESS;
 }
 
-int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned) { return 0; }
+int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned) {
+  std::string extension = stringUtil.findFileExtention(path);
+  if (isOneOf(extension, kSkippedExtensions)) return 0;
+  if (!isOneOf(extension, kScannedExtensions)) return 0;
 
-int APIAnalysis::documentExtentionChecker(std::string extension) { return 0; }
+  std::ifstream in(path, std::ios::in | std::ios::binary);
+  if (!in.is_open()) {
+    ENGINE_LOG("CheckFileAnalysisWorth", " file[%s] Open Error ", path.c_str());
+    return 0;
+  }
+  std::ostringstream whole;
+  whole << in.rdbuf();
+  std::string content = whole.str();
+  in.close();
+  // Everything from the first zero byte on is ignored.
+  size_t length = std::strlen(content.c_str());
+  if (length == 0) return 0;
+
+  // The terminating zero byte goes through the stripper too, so the cleaned
+  // string ends with one zero byte inside it.
+  std::vector<char> buffer(length + 1);
+  size_t written = stripComments(content.c_str(), length + 1, buffer.data());
+  std::string* text = new std::string(buffer.data(), written);
+  cleanedSourceList.push_back(text);
+  cleaned = text;
+  return 1;
+}
+
+int APIAnalysis::documentExtentionChecker(std::string extension) {
+  for (const char* entry : documentExtention) {
+    if (extension == entry) return 1;
+  }
+  return 0;
+}
 
 }  // namespace FlashEngine_1_00

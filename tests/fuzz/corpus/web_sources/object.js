@@ -1,0 +1,2 @@
+var a = { start : function (x, y) { if (x) { go(x, (y)); } } };
+/* open
