@@ -100,6 +100,7 @@ TEST(Dispatch, HeaderQuirks) {
        {"0#@x441#a"}},
       {"lines without a header are passed over", {"[ActionPush]", str("a"), "garbage", "ActionPush"}, {"0#@x441#a"}},
       {"headers are found anywhere in a line", {"  x[ActionGetTime]y"}, {"msTime#@x441#0"}},
+      {"a header inside other brackets", {"[x[ActionPop[ActionGetTime]]"}, {"msTime#@x441#0"}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
