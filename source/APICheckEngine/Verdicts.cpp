@@ -1,17 +1,88 @@
+// Verdicts: every found call is judged against the documented-API list; an
+// undocumented one becomes a finding line in the result list and the code
+// 1001, which stops the run.
+#include <cstdio>
+
 #include "APICheckEngine/APIAnalysis.h"
+#include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
+namespace {
+
+// A dot, optional blanks, a name, optional blanks, an opening parenthesis: the
+// leftmost such place in a call text names the method called.
+const char kMethodCallPattern[] = "[\\.]\\s*[\\w\\d\\_]+\\s*\\(";
+
+// Components from the fifth on (/tmp/<n>/app/www/js/main.js gives js/main.js),
+// so that a finding names the file as it stands inside the application.
+std::string pathBelowFourthComponent(CStringUtil& util, const std::string& path) {
+  std::vector<std::string> components;
+  util.stringTokenizer("/", path, components);
+  std::string below;
+  for (size_t i = 4; i < components.size(); ++i) {
+    if (i > 4) below += "/";
+    below += components[i];
+  }
+  return below;
+}
+
+}  // namespace
+
 RunResult APIAnalysis::DetermineAPISecurity(std::vector<std::string*>& results, SWFStateMentInfo* call) {
-  return RUN_SUCCESS;
+  // A call made on ".Open" carries no expression: there is nothing to judge.
+  if (call == nullptr || call->expression == nullptr) return RUN_SUCCESS;
+
+  std::vector<std::string> pieces;
+  stringUtil.stringTokenizer("#", *call->expression, pieces);
+  if (pieces.size() < 2 || pieces[1].empty()) return RUN_SUCCESS;
+  const std::string& callText = pieces[1];
+
+  std::string method;
+  Pattern methodCall(kMethodCallPattern);
+  if (!methodCall.firstMatch(callText.c_str(), &method)) method = callText;
+  method = stringUtil.customReplace(method, ".", "");
+  method = stringUtil.customReplace(method, " ", "");
+  method = stringUtil.customReplace(method, "(", "");
+
+  bool undocumented = true;
+  undocumentAPICheckerMain(whiteAPIList, method, undocumented);
+  if (!undocumented) return RUN_SUCCESS;
+
+  char lineNumber[16];
+  std::snprintf(lineNumber, sizeof lineNumber, "%d", static_cast<int>(call->line));
+  std::string finding = "../" + pathBelowFourthComponent(stringUtil, call->filePath) + "(" + lineNumber + ")" +
+                        " : UndocumentedAPI '" + method + "' used" + "\n";
+
+  bool known = false;
+  for (const std::string* line : results) {
+    if (*line == finding) {
+      known = true;
+      break;
+    }
+  }
+  if (!known) results.push_back(new std::string(finding));
+  return RUN_UNDOCUMENTED_API;
 }
 
 RunResult APIAnalysis::undocumentAPICheckerMain(std::vector<std::string*> whiteList, std::string apiName,
                                                 bool& undocumented) {
   undocumented = true;
+  for (const std::string* documented : whiteList) {
+    if (*documented == apiName) {
+      undocumented = false;
+      break;
+    }
+  }
   return RUN_SUCCESS;
 }
 
-RunResult APIAnalysis::Finish(std::vector<std::string*>& results) { return RUN_SUCCESS; }
+RunResult APIAnalysis::Finish(std::vector<std::string*>& results) {
+  for (size_t i = 0; i < foundCallList.size(); ++i) {
+    RunResult r = DetermineAPISecurity(results, foundCallList[i]);
+    if (r != RUN_SUCCESS) return r;
+  }
+  return RUN_SUCCESS;
+}
 
 }  // namespace FlashEngine_1_00

@@ -47,10 +47,13 @@ class Pattern {
     if (expression_ == nullptr) return;
     const char* limit = text + std::strlen(text);
     const char* cursor = text;
+    // trex_search would measure the rest of the text again before every
+    // search; the end is known, and it is what trex_search would record.
+    g_limitAddress = limit;
     while (cursor < limit) {
       const char* begin = nullptr;
       const char* end = nullptr;
-      if (!trex_search(expression_, cursor, &begin, &end)) break;
+      if (!trex_searchrange(expression_, cursor, limit, &begin, &end)) break;
       if (!fn(begin, end)) break;
       cursor = (end > cursor) ? end : cursor + 1;
     }

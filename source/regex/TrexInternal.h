@@ -43,4 +43,13 @@ bool classLetterMatches(int32_t letter, unsigned char byte);
 // Only for harnesses that must bound the time spent on arbitrary patterns.
 void setMatchStepLimit(uint64_t steps);
 
+// Whether the matcher reuses the end of a run measured from an earlier start
+// (on by default; see matchRepeat). Only for harnesses that compare answers
+// with and without it.
+void setRunReuse(bool on);
+
+// True when the last trex_match/trex_search/trex_searchrange call stopped at
+// the depth or step cap.
+bool lastCallAborted();
+
 }  // namespace trex

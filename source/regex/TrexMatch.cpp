@@ -24,6 +24,14 @@ namespace {
 using trex::kNone;
 
 uint64_t g_stepLimit = 0;
+bool g_runReuse = true;
+bool g_lastAborted = false;
+
+// Node kinds that consume exactly one byte and record nothing.
+bool consumesOneByte(int32_t kind) {
+  return kind < 256 || kind == TREX_NODE_ANY || kind == TREX_NODE_CLASS || kind == TREX_NODE_CLASS_NEGATED ||
+         kind == TREX_NODE_CLASS_ESCAPE;
+}
 
 class Matcher {
  public:
@@ -31,7 +39,9 @@ class Matcher {
       : e_(e), nodes_(e->nodes), begin_(begin), end_(end), stepLimit_(g_stepLimit) {
     e->subjectBegin = begin;
     e->subjectEnd = end;
+    g_lastAborted = false;
   }
+  ~Matcher() { g_lastAborted = aborted_; }
 
   // One attempt at `at`: the end of the match, or null.
   const char* attempt(const char* at) {
@@ -169,6 +179,18 @@ class Matcher {
       if (stopContinuation == kNone && continuation != kNone) stopContinuation = nodes_[continuation].next;
     }
 
+    // An unbounded repeat of a one-byte element that never consults its stop
+    // node simply takes the run of matching bytes that starts at `at`. Every
+    // start inside a run measured before ends where that run ended, so the run
+    // is measured once instead of once per start position: a search over a
+    // long word stays linear.
+    const bool reusable = g_runReuse && !tryStop && max == trex::kUnbounded && consumesOneByte(nodes_[node.left].kind);
+    const int32_t self = static_cast<int32_t>(&node - nodes_);
+    RunEnd& known = runs_[static_cast<uint32_t>(self) % kRunSlots];
+    if (reusable && known.node == self && known.from < at && at < known.to) {
+      return acceptable(static_cast<uint32_t>(known.to - at)) ? known.to : nullptr;
+    }
+
     uint32_t count = 0;
     const char* cursor = at;
     while (count < max || count == trex::kUnbounded) {
@@ -179,9 +201,21 @@ class Matcher {
       if (tryStop && match(stop, cursor, stopContinuation) != nullptr && acceptable(count)) break;
       if (cursor >= end_) break;
     }
-    if (aborted_ || !acceptable(count)) return nullptr;
+    if (aborted_) return nullptr;
+    // A run cut by the round cap may go on from a later start: not reusable.
+    if (reusable && count <= trex::kUnbounded) known = RunEnd{self, at, cursor};
+    if (!acceptable(count)) return nullptr;
     return cursor;
   }
+
+  // Where the run of a repeat node measured from `from` ended.
+  struct RunEnd {
+    int32_t node = kNone;
+    const char* from = nullptr;
+    const char* to = nullptr;
+  };
+  static constexpr uint32_t kRunSlots = 8;
+  RunEnd runs_[kRunSlots];
 
   TrexExpression* e_;
   const TrexNode* nodes_;
@@ -197,6 +231,8 @@ class Matcher {
 
 namespace trex {
 void setMatchStepLimit(uint64_t steps) { g_stepLimit = steps; }
+void setRunReuse(bool on) { g_runReuse = on; }
+bool lastCallAborted() { return g_lastAborted; }
 }  // namespace trex
 
 extern "C" {

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "regex/TrexInternal.h"
 #include "regex/trex.h"
@@ -61,8 +62,31 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
   const char* begin = nullptr;
   const char* stop = nullptr;
-  if (trex_searchrange(exp, text, text + textLength, &begin, &stop)) {
-    checkMatch(exp, text, text + textLength, begin, stop, text, text + textLength);
+  const int found = trex_searchrange(exp, text, text + textLength, &begin, &stop);
+  if (found) checkMatch(exp, text, text + textLength, begin, stop, text, text + textLength);
+
+  // Reusing the end of a run measured from an earlier start must not change
+  // any answer: the same search without it agrees, groups included.
+  if (!trex::lastCallAborted()) {
+    std::vector<TrexSubMatch> groups(static_cast<size_t>(trex_getsubexpcount(exp)));
+    for (size_t n = 0; n < groups.size(); ++n) trex_getsubexp(exp, static_cast<int>(n), &groups[n]);
+    trex::setRunReuse(false);
+    const char* plainBegin = nullptr;
+    const char* plainStop = nullptr;
+    const int plainFound = trex_searchrange(exp, text, text + textLength, &plainBegin, &plainStop);
+    const bool plainAborted = trex::lastCallAborted();
+    trex::setRunReuse(true);
+    if (!plainAborted) {
+      require(plainFound == found);
+      if (found) {
+        require(plainBegin == begin && plainStop == stop);
+        for (size_t n = 0; n < groups.size(); ++n) {
+          TrexSubMatch sub;
+          trex_getsubexp(exp, static_cast<int>(n), &sub);
+          require(sub.begin == groups[n].begin && sub.len == groups[n].len);
+        }
+      }
+    }
   }
 
   // The last bytes on their own, so that a capped search still reaches the
