@@ -8,21 +8,11 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/EngineConfig.h"
 #include "APICheckEngine/EngineLog.h"
+#include "APICheckEngine/ListRelease.h"
 
 namespace FlashEngine_1_00 {
 
 namespace {
-
-template <typename Record>
-void deleteAll(std::vector<Record*>& list) {
-  for (Record* item : list) delete item;
-  list.clear();
-}
-
-void deleteRecords(std::vector<SWFStateMentInfo*>& list) {
-  for (SWFStateMentInfo* record : list) delete record->expression;
-  deleteAll(list);
-}
 
 // Turns every CR LF pair and every lone CR of the zero-terminated buffer into
 // one LF, in place. Returns the new length, or -1 when the write cursor would
@@ -50,23 +40,18 @@ long normaliseLineEnds(char* dbBuff, long ftellLen) {
 }  // namespace
 
 RunResult APIAnalysis::Init() {
-  deleteAll(whiteAPIList);
-  deleteAll(resultList);
+  // Lists 3, 4, 19 and 20 (paths and extensions of files worth scanning,
+  // extracted files and directories) keep what earlier runs put there.
+  ReleaseStrings(whiteAPIList);
+  ReleaseStrings(resultList);
   worthfulSourceList.clear();  // its texts belong to cleanedSourceList
-  deleteAll(cleanedSourceList);
-  deleteRecords(objectTagList);
-  deleteRecords(objectClassList);
-  deleteRecords(objectIdList);
-  deleteRecords(declareList);
-  deleteRecords(embedsDeclareList);
-  deleteRecords(objectVariableList);
-  deleteRecords(foundCallList);
-  deleteRecords(swfCallList);
-  deleteRecords(spareCallList);
-  deleteRecords(objectAccessList);
-  deleteRecords(embedsAccessList);
-  for (FlashFunctionInfo* block : functionBlockList) delete block->body;
-  deleteAll(functionBlockList);
+  ReleaseStrings(cleanedSourceList);
+  for (auto* list : {&objectTagList, &objectClassList, &objectIdList, &declareList, &embedsDeclareList,
+                     &objectVariableList, &foundCallList, &swfCallList, &spareCallList, &objectAccessList,
+                     &embedsAccessList}) {
+    ReleaseRecords(*list);
+  }
+  ReleaseFunctionBlocks(functionBlockList);
 
   RunResult code = swfloadWhiteAPIInfo(whiteAPIList);
   if (code != RUN_SUCCESS) ENGINE_LOG("Init", " loadDeviceAPIInfo Error [%d] ", code);

@@ -3,29 +3,10 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/EngineConfig.h"
 #include "APICheckEngine/EngineLog.h"
+#include "APICheckEngine/ListRelease.h"
 #include "APICheckEngine/TimeBudget.h"
 
 namespace FlashEngine_1_00 {
-
-namespace {
-
-template <typename List>
-void deleteFromBack(List& list) {
-  while (!list.empty()) {
-    delete list.back();
-    list.pop_back();
-  }
-}
-
-void deleteRecords(std::vector<SWFStateMentInfo*>& list) {
-  for (SWFStateMentInfo* record : list) {
-    delete record->expression;
-    delete record;
-  }
-  list.clear();
-}
-
-}  // namespace
 
 APIAnalysis::APIAnalysis() : extractionCounter(0) {
   ENGINE_LOG("APIAnalysis", "Engine Version [%s] ", EngineConfig::kEngineVersion);
@@ -42,33 +23,25 @@ APIAnalysis::~APIAnalysis() {
   ENGINE_LOG("~APIAnalysis", "[%s] [sec:nsec] : %ld:%ld ", "~APIAnalysis", static_cast<long>(now.tv_sec),
              static_cast<long>(now.tv_nsec));
 
-  deleteFromBack(whiteAPIList);
-  deleteFromBack(resultList);
+  ReleaseStrings(whiteAPIList);
+  ReleaseStrings(resultList);
   // worthfulSourceList holds the same texts as cleanedSourceList.
-  deleteFromBack(cleanedSourceList);
+  ReleaseStrings(cleanedSourceList);
   worthfulSourceList.clear();
-  deleteFromBack(worthfulPathList);
-  deleteFromBack(worthfulExtList);
+  ReleaseStrings(worthfulPathList);
+  ReleaseStrings(worthfulExtList);
 
-  for (FlashFunctionInfo* block : functionBlockList) {
-    delete block->body;
-    delete block;
+  ReleaseFunctionBlocks(functionBlockList);
+  for (auto* list : {&objectTagList, &objectClassList, &objectIdList, &declareList, &embedsDeclareList,
+                     &objectVariableList}) {
+    ReleaseRecords(*list);
   }
-  functionBlockList.clear();
-  deleteRecords(objectTagList);
-  deleteRecords(objectClassList);
-  deleteRecords(objectIdList);
-  deleteRecords(declareList);
-  deleteRecords(embedsDeclareList);
-  deleteRecords(objectVariableList);
 
   ENGINE_LOG("~APIAnalysis", "[DeviceAPI]==============================================================");
 
-  deleteRecords(foundCallList);
-  deleteRecords(swfCallList);
-  deleteRecords(spareCallList);
-  deleteRecords(objectAccessList);
-  deleteRecords(embedsAccessList);
+  for (auto* list : {&foundCallList, &swfCallList, &spareCallList, &objectAccessList, &embedsAccessList}) {
+    ReleaseRecords(*list);
+  }
 
   ENGINE_LOG("~APIAnalysis", "### All Symbol Table data is Successfully deleted!! ###");
 }

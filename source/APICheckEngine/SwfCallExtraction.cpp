@@ -1,8 +1,93 @@
+// Plug-in API calls in the statements that the decompiler rebuilt from one SWF
+// file: calls made on a look-up of the declared plug-in object, judged one by
+// one, then the script-style search of the bound variables over all the
+// statements together.
+#include <memory>
+
 #include "APICheckEngine/APIAnalysis.h"
+#include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
+namespace {
+
+const char* const kKobClassId = "MORVANE-NAVERTIX-KOB";
+
+// The variable name as a quoted or unquoted argument in parentheses, then a
+// dot (and, for the call, a method name).
+const char* const kOpening = "[\\(][\\s\"']*";
+const char* const kCallTail = "[\\s\"']*[\\)]\\s*\\.\\s*[\\w\\d\\_]+";
+const char* const kPrefixTail = "[\\s\"']*[\\)]\\s*\\.";
+
+bool callsBuiltIn(const std::string& apiText) {
+  for (const char* name : SystemFunctionPool) {
+    if (apiText.find(std::string(name) + "(") != std::string::npos) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statements, std::string fileName) {
+  std::vector<std::string> calls(statements);
+  std::unique_ptr<std::string> joined(new std::string());
+  for (const std::string& statement : calls) *joined += statement;
+
+  // Only the first declared object is ever looked for in the statements.
+  std::string classId;
+  std::string variableName;
+  std::vector<std::string> fields;
+  if (!objectIdList.empty() && objectIdList.front()->expression != nullptr) {
+    stringUtil.stringTokenizer("#", *objectIdList.front()->expression, fields);
+    if (fields.size() >= 2) {
+      classId = fields[0];
+      variableName = fields[1];
+    }
+  }
+
+  // With no declared object the statements yield nothing.
+  const size_t walked = objectIdList.empty() ? 0 : calls.size();
+  for (size_t i = 0; i < walked; ++i) {
+    const std::string& statement = calls[i];
+    Pattern call(kOpening + variableName + kCallTail);
+    if (!call.search(statement)) continue;
+    Pattern prefix(kOpening + variableName + kPrefixTail);
+    const char* prefixEnd = nullptr;
+    if (!prefix.search(statement, nullptr, &prefixEnd) || prefixEnd == nullptr) continue;
+    std::string apiText = statement.substr(static_cast<size_t>(prefixEnd - statement.c_str()));
+    if (callsBuiltIn(apiText)) continue;
+
+    std::string* apiName = nullptr;
+    std::string dummyCall = "DummyObject." + apiText + "()";
+    dummyCall = stringUtil.customReplace(dummyCall, ")", "");
+    if (classId == kKobClassId || apiText.find("Execute") != std::string::npos) {
+      apiName = new std::string(classId + "#" + findAPINameForKOBCase(&dummyCall));
+    } else if (apiText.find(".Open") == std::string::npos) {
+      apiName = new std::string(classId + "#" + dummyCall);
+    }
+
+    SWFStateMentInfo* record = new SWFStateMentInfo();
+    record->expression = apiName;
+    record->scope = "Global";
+    record->filePath = fileName;
+    record->line = 0;
+    swfCallList.push_back(record);
+    RunResult r = DetermineAPISecurity(resultList, record);
+    if (r != RUN_SUCCESS) return r;
+  }
+
+  for (SWFStateMentInfo* binding : objectVariableList) {
+    std::string bindingClassId;
+    std::string bindingName;
+    if (binding->expression != nullptr) {
+      stringUtil.stringTokenizer("#", *binding->expression, fields);
+      if (fields.size() >= 2) {
+        bindingClassId = fields[0];
+        bindingName = fields[1];
+      }
+    }
+    findAPIsFromPool(bindingClassId, bindingName, joined.get(), fileName);
+  }
   return RUN_SUCCESS;
 }
 
