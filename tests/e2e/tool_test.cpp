@@ -14,7 +14,7 @@ struct ToolRun {
 
 ToolRun RunTool(const std::string& arguments) {
   TempDir scratch;
-  std::string command = std::string(TARVO_TOOL_LAUNCHER) + TARVO_TOOL_PATH + " " + arguments + " >" + scratch.file("out") + " 2>" +
+  std::string command = std::string(TARVO_TOOL_PATH) + " " + arguments + " >" + scratch.file("out") + " 2>" +
                         scratch.file("err") + " </dev/null";
   int raw = system(command.c_str());
   ToolRun run;
