@@ -8,7 +8,9 @@
 // a C string) may be read and consumed, so a match can end one byte past the
 // subject. Nothing further is ever read: an element that would consume a byte
 // beyond the terminator fails instead.
+#include <algorithm>
 #include <cctype>
+#include <cstddef>
 #include <cstring>
 
 #include "APICheckEngine/Visibility.h"
@@ -25,6 +27,9 @@ using trex::kNone;
 
 uint64_t g_stepLimit = 0;
 bool g_runReuse = true;
+
+// Rounds an unbounded repeat runs at most.
+constexpr uint32_t kMaxRounds = trex::kUnbounded + 1;
 bool g_lastAborted = false;
 
 // Node kinds that consume exactly one byte and record nothing.
@@ -180,15 +185,18 @@ class Matcher {
     }
 
     // An unbounded repeat of a one-byte element that never consults its stop
-    // node simply takes the run of matching bytes that starts at `at`. Every
-    // start inside a run measured before ends where that run ended, so the run
-    // is measured once instead of once per start position: a search over a
+    // node simply takes the run of matching bytes that starts at `at`, at most
+    // kMaxRounds of them. The run from any start inside a run measured before
+    // ends where that run ended (or at the round cap), so each run is measured
+    // once per search instead of once per start position: a search over a
     // long word stays linear.
-    const bool reusable = g_runReuse && !tryStop && max == trex::kUnbounded && consumesOneByte(nodes_[node.left].kind);
+    const TrexNode& element = nodes_[node.left];
+    const bool reusable = g_runReuse && !tryStop && max == trex::kUnbounded && consumesOneByte(element.kind);
     const int32_t self = static_cast<int32_t>(&node - nodes_);
-    RunEnd& known = runs_[static_cast<uint32_t>(self) % kRunSlots];
-    if (reusable && known.node == self && known.from < at && at < known.to) {
-      return acceptable(static_cast<uint32_t>(known.to - at)) ? known.to : nullptr;
+    RunEnd* known = reusable ? runFor(self) : nullptr;
+    if (known != nullptr && known->node == self && known->from < at && at < known->to) {
+      const uint32_t rounds = static_cast<uint32_t>(std::min<ptrdiff_t>(known->to - at, kMaxRounds));
+      return acceptable(rounds) ? at + rounds : nullptr;
     }
 
     uint32_t count = 0;
@@ -202,8 +210,18 @@ class Matcher {
       if (cursor >= end_) break;
     }
     if (aborted_) return nullptr;
-    // A run cut by the round cap may go on from a later start: not reusable.
-    if (reusable && count <= trex::kUnbounded) known = RunEnd{self, at, cursor};
+    // An empty run has nothing to offer later starts; storing it would only
+    // push out the run it ends (the repeat is often entered again right where
+    // its last run stopped).
+    if (known != nullptr && count > 0) {
+      // Where the matching bytes really end: past the round cap when it cut
+      // the run short, for the later starts that reach further.
+      const char* runEnd = cursor;
+      if (count == kMaxRounds) {
+        while (runEnd < end_ && matchesByte(element, static_cast<unsigned char>(*runEnd))) ++runEnd;
+      }
+      *known = RunEnd{self, at, runEnd};
+    }
     if (!acceptable(count)) return nullptr;
     return cursor;
   }
@@ -214,8 +232,20 @@ class Matcher {
     const char* from = nullptr;
     const char* to = nullptr;
   };
-  static constexpr uint32_t kRunSlots = 8;
+  // The slot that holds (or will hold) the run of repeat node `self`: each
+  // node keeps its own slot while there are enough; beyond that, slots are
+  // taken over in turn.
+  RunEnd* runFor(int32_t self) {
+    for (uint32_t slot = 0; slot < usedRuns_; ++slot) {
+      if (runs_[slot].node == self) return &runs_[slot];
+    }
+    if (usedRuns_ < kRunSlots) return &runs_[usedRuns_++];
+    return &runs_[nextEvicted_++ % kRunSlots];
+  }
+  static constexpr uint32_t kRunSlots = 16;
   RunEnd runs_[kRunSlots];
+  uint32_t usedRuns_ = 0;
+  uint32_t nextEvicted_ = 0;
 
   TrexExpression* e_;
   const TrexNode* nodes_;

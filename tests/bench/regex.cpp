@@ -86,12 +86,33 @@ void CompileAndSearchAll(benchmark::State& state) {
   state.SetLabel(patterns()[state.range(0)].name);
 }
 
+// Every pattern over one blank-free word of state.range(1) KB, the shape of a
+// hostile source whose whole text lands in one excerpt: the time should grow
+// with the word's length, not with its square.
+void SearchLongWord(benchmark::State& state) {
+  const std::string word(static_cast<size_t>(state.range(1)) << 10, 'k');
+  for (auto _ : state) {
+    Pattern pattern(patterns()[state.range(0)].text);
+    pattern.forEachMatch(word.c_str(), [](const char*, const char*) { return true; });
+  }
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * static_cast<int64_t>(word.size()));
+  state.SetLabel(patterns()[state.range(0)].name);
+}
+
+void LongWords(benchmark::internal::Benchmark* b) {
+  for (size_t i = 0; i < patterns().size(); ++i) {
+    if (std::string(patterns()[i].name) == "tags") continue;  // `<.*>` needs a `<` to start
+    for (int64_t kilobytes : {64, 256, 1024}) b->Args({static_cast<int64_t>(i), kilobytes});
+  }
+}
+
 void AllPatterns(benchmark::internal::Benchmark* b) {
   for (size_t i = 0; i < patterns().size(); ++i) b->Arg(static_cast<int64_t>(i));
 }
 
 BENCHMARK(CompileOnly)->Apply(AllPatterns);
 BENCHMARK(CompileAndSearchAll)->Apply(AllPatterns)->Unit(benchmark::kMillisecond);
+BENCHMARK(SearchLongWord)->Apply(LongWords)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

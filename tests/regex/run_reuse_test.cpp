@@ -78,9 +78,10 @@ TEST(RunReuse, AnswersAreTheSameWithAndWithoutIt) {
   }
 }
 
-TEST(RunReuse, ARunCutByTheRoundCapIsMeasuredAgain) {
+TEST(RunReuse, ARunCutByTheRoundCapStillStopsAtTheCapFromLaterStarts) {
   // From start s the run reaches the b only when at most 65536 a's remain,
-  // so the first match starts at 10, not where a reused capped run would put it.
+  // so the first match starts at 10: a later start may not run further than
+  // 65536 rounds, nor stop where the capped run from an earlier start did.
   const std::string text = std::string(65546, 'a') + "b";
   const std::vector<Answer> answers = walk("a+x*b", text, true);
   ASSERT_FALSE(answers.empty());
