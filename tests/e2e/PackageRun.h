@@ -5,75 +5,64 @@
 
 #include <gtest/gtest.h>
 #include <limits.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "support/EngineHost.h"
 
+using Paths = std::vector<std::string>;
+
 class PackageRun : public ::testing::Test {
  protected:
-  static constexpr int kDirectoriesChecked = 64;
-
-  static std::string extractionDir(int n) { return "/tmp/" + std::to_string(n); }
-  static bool exists(const std::string& path) {
-    struct stat st;
-    return lstat(path.c_str(), &st) == 0;
-  }
-
+  static bool exists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
   void SetUp() override {
-    for (int n = 0; n < kDirectoriesChecked; ++n) RemoveTree(extractionDir(n));
+    for (int n = 0; n < 64; ++n) RemoveTree("/tmp/" + std::to_string(n));
   }
   void TearDown() override {
-    for (int n = 0; n < kDirectoriesChecked; ++n) {
-      EXPECT_FALSE(exists(extractionDir(n))) << extractionDir(n) << " left behind";
-      RemoveTree(extractionDir(n));
+    for (int n = 0; n < 64; ++n) {
+      EXPECT_FALSE(exists("/tmp/" + std::to_string(n))) << n << " left behind";
+      RemoveTree("/tmp/" + std::to_string(n));
     }
   }
 
   std::string package(const std::string& name, const std::string& bytes) {
-    std::string path = tmp.file(name);
-    WriteFile(path, bytes);
-    return path;
+    WriteFile(tmp.file(name), bytes);
+    return tmp.file(name);
   }
-
   // The paths the driver logged as added, in order.
-  static std::vector<std::string> added(const EngineHost::Run& run) {
-    std::vector<std::string> paths;
-    for (const LogLine& line : run.log) {
-      if (line.format == " additionally added path : [%s]") {
-        paths.push_back(line.text.substr(28, line.text.size() - 29));
-      }
+  static Paths added(const EngineHost::Run& run) {
+    Paths paths;
+    for (const LogLine& l : run.log) {
+      if (l.format == " additionally added path : [%s]") paths.push_back(l.text.substr(28, l.text.size() - 29));
     }
     return paths;
   }
   static int count(const EngineHost::Run& run, const std::string& part) {
-    int n = 0;
-    for (const LogLine& line : run.log) n += line.text.find(part) != std::string::npos;
-    return n;
+    return std::count_if(run.log.begin(), run.log.end(),
+                         [&](const LogLine& l) { return l.text.find(part) != std::string::npos; });
   }
-  static std::string foundLine(const std::string& path, size_t size) {
+  static std::string found(const std::string& path, size_t size) {
     return " zip file found [" + path + "]/ Size [" + std::to_string(size) + "]";
   }
 
-  // Runs the engine as a host does and tells where the run left the process's
-  // working directory, as the kernel names it: the clean-up has removed the
-  // directory by then, so it reads "PATH (deleted)".
-  std::string workingDirectoryAfter(const std::vector<std::string>& files) {
-    char saved[PATH_MAX];
+  // Runs the engine as a host does and tells where it left the working
+  // directory, as the kernel names it: the clean-up has removed it by then, so
+  // it reads "PATH (deleted)".
+  std::string workingDirectoryAfter(const Paths& files) {
+    char saved[PATH_MAX], where[PATH_MAX];
     if (getcwd(saved, sizeof(saved)) == nullptr) return "";
     host.createResultVector();
     IAppAnalysis* engine = host.createInstance();
-    std::vector<std::string> input(files);
+    Paths input(files);
     engine->StartAnalysis(&input);
-    char where[PATH_MAX];
     ssize_t length = readlink("/proc/self/cwd", where, sizeof(where));
     host.destoryInstance(engine);
     host.destoryResultVector();
     EXPECT_EQ(chdir(saved), 0);
-    return length > 0 ? std::string(where, static_cast<size_t>(length)) : "";
+    return std::string(where, length > 0 ? static_cast<size_t>(length) : 0);
   }
 
   EngineHost host;

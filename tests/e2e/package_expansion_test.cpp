@@ -3,103 +3,58 @@
 #include <algorithm>
 
 #include "PackageRun.h"
+#include "support/RawZip.h"
 #include "support/ZipBuilder.h"
 
 namespace {
 
-using Paths = std::vector<std::string>;
-
-Paths sorted(Paths paths) {
-  std::sort(paths.begin(), paths.end());
-  return paths;
-}
-
 using PackageExpansion = PackageRun;
 
-TEST_F(PackageExpansion, AppPackageIsExtractedAddedAndRemoved) {
-  std::string bytes = ZipBuilder()
-                          .add("app/www/index.html", "<html><script src='js/app.js'></script></html>")
-                          .add("app/www/js/app.js", "var x = 1;")
-                          .add("app/config.xml", "<widget/>")
-                          .bytes();
-  std::string pkg = package("app.zip", bytes);
-  std::string readme = package("readme.txt", "not a package");
-
-  EngineHost::Run run = host.analyse({readme, pkg});
-
-  EXPECT_EQ(run.code, RUN_SUCCESS);
-  EXPECT_TRUE(run.logged(" \n [addFilePathbyUnzipping] [2]"));
-  EXPECT_TRUE(run.logged(foundLine(pkg, bytes.size())));
-  EXPECT_EQ(count(run, " zip file found"), 1);
-  EXPECT_EQ(sorted(added(run)), (Paths{"/tmp/0/app/config.xml", "/tmp/0/app/www/index.html",
-                                       "/tmp/0/app/www/js/app.js"}));
-  EXPECT_EQ(workingDirectoryAfter({readme, pkg}), "/tmp/0 (deleted)");
-}
-
-TEST_F(PackageExpansion, NestedPackagesTakeTheNextNumbersDepthFirst) {
+TEST_F(PackageExpansion, NestedPackagesAreExtractedAddedAndRemoved) {
   std::string inner = ZipBuilder().add("www/inner.js", "i").bytes();
-  std::string first = package("first.zip", ZipBuilder().add("inner.zip", inner).add("outer.js", "o").bytes());
-  std::string second = package("second.zip", ZipBuilder().add("second.js", "s").bytes());
+  std::string bytes =
+      ZipBuilder().add("app/www/index.html", "<html/>").add("app/www/js/a.js", "a").add("inner.zip", inner).bytes();
+  Paths files = {package("readme.txt", "not a package"), package("app.zip", bytes),
+                 package("second.zip", ZipBuilder().add("second.js", "s").bytes())};
 
-  EngineHost::Run run = host.analyse({first, second});
+  EngineHost::Run run = host.analyse(files);
 
-  Paths paths = added(run);
-  ASSERT_EQ(paths.size(), 4u);
+  EXPECT_TRUE(run.logged(" \n [addFilePathbyUnzipping] [3]"));
+  EXPECT_TRUE(run.logged(found(files[1], bytes.size())));
+  EXPECT_TRUE(run.logged(found("/tmp/0/inner.zip", inner.size())));
   // The first package's own files, then its nested package's, then the next
-  // package's.
-  EXPECT_EQ(sorted(Paths(paths.begin(), paths.begin() + 2)), (Paths{"/tmp/0/inner.zip", "/tmp/0/outer.js"}));
-  EXPECT_EQ(paths[2], "/tmp/1/www/inner.js");
-  EXPECT_EQ(paths[3], "/tmp/2/second.js");
-  EXPECT_TRUE(run.logged(foundLine("/tmp/0/inner.zip", inner.size())));
-  EXPECT_EQ(workingDirectoryAfter({first, second}), "/tmp/2 (deleted)");
+  // package's: depth first, numbered in that order.
+  Paths paths = added(run);
+  ASSERT_EQ(paths.size(), 5u);
+  std::sort(paths.begin(), paths.begin() + 3);
+  EXPECT_EQ(paths, (Paths{"/tmp/0/app/www/index.html", "/tmp/0/app/www/js/a.js", "/tmp/0/inner.zip",
+                          "/tmp/1/www/inner.js", "/tmp/2/second.js"}));
+  EXPECT_EQ(workingDirectoryAfter(files), "/tmp/2 (deleted)");
 }
 
-TEST_F(PackageExpansion, EmptyPackageGetsADirectoryThatIsRemoved) {
-  std::string empty = package("empty.zip", std::string("PK\5\6", 4) + std::string(18, '\0'));
-  std::string next = package("next.zip", ZipBuilder().add("next.js", "n").bytes());
-
-  // "/tmp/0" is examined after the empty package: it opens only if the
-  // directory was made.
-  EngineHost::Run run = host.analyse({empty, "/tmp/0", next});
-
-  EXPECT_TRUE(run.logged(foundLine(empty, 22)));
-  EXPECT_FALSE(run.logged(" [/tmp/0] Open Error "));
-  EXPECT_EQ(added(run), Paths{"/tmp/1/next.js"});
-}
-
-TEST_F(PackageExpansion, ContentDecidesNotTheName) {
+// The first four bytes decide, not the name: "PK" and one of six pairs.
+// Paths holding ".fla" are never opened as packages; a path that cannot be
+// opened is logged and passed over; an empty package gets a directory (so
+// "/tmp/0", examined after it, opens), which is removed with the others; it
+// is the end record alone: "PK", 5, 6.
+TEST_F(PackageExpansion, WhichFilesArePackages) {
   std::string bytes = ZipBuilder().add("index.html", "<html/>").bytes();
-  std::string widget = package("app.wgt", bytes);
-  std::string fake = package("fake.zip", "<html>not a package</html>");
-  std::string shortFile = package("short.zip", "PK");
+  Paths files = {tmp.file("missing.zip"), package("movie.fla", bytes), package("anim.flash.zip", bytes),
+                 package("empty.zip", RawZip({})), "/tmp/0", package("app.wgt", bytes),
+                 package("outer.zip", ZipBuilder().add("x/movie.fla", bytes).bytes())};
+  for (const char* head : {"<html/>", "PK", "PKsp", "PK\4\3", "pk\3\4", "PK\7\10", "PKLI", "PKSp", "PKnZ"}) {
+    files.push_back(package(std::to_string(files.size()) + ".zip", head));
+  }
 
-  EngineHost::Run run = host.analyse({fake, shortFile, widget});
+  EngineHost::Run run = host.analyse(files);
 
-  EXPECT_EQ(count(run, " zip file found"), 1);
-  EXPECT_TRUE(run.logged(foundLine(widget, bytes.size())));
-  EXPECT_EQ(added(run), Paths{"/tmp/0/index.html"});
-}
-
-TEST_F(PackageExpansion, PathsContainingFlaAreNeverExpanded) {
-  std::string bytes = ZipBuilder().add("a.js", "a").bytes();
-  std::string fla = package("movie.fla", bytes);
-  std::string flash = package("anim.flash.zip", bytes);
-  std::string outer = package("outer.zip", ZipBuilder().add("assets/movie.fla", bytes).bytes());
-
-  EngineHost::Run run = host.analyse({fla, flash, outer});
-
-  EXPECT_EQ(count(run, " zip file found"), 1);
-  EXPECT_EQ(added(run), Paths{"/tmp/0/assets/movie.fla"});
-}
-
-TEST_F(PackageExpansion, UnreadablePathIsLoggedAndTheRestExamined) {
-  std::string pkg = package("app.zip", ZipBuilder().add("a.js", "a").bytes());
-  std::string missing = tmp.file("missing.zip");
-
-  EngineHost::Run run = host.analyse({missing, pkg});
-
-  EXPECT_TRUE(run.logged(" [" + missing + "] Open Error "));
-  EXPECT_EQ(added(run), Paths{"/tmp/0/a.js"});
+  EXPECT_TRUE(run.logged(" [" + files[0] + "] Open Error "));
+  EXPECT_FALSE(run.logged(" [/tmp/0] Open Error "));
+  EXPECT_EQ(count(run, " zip file found"), 7);
+  EXPECT_TRUE(run.logged(found(files[3], 22)));
+  EXPECT_TRUE(run.logged(found(files[5], bytes.size())));
+  EXPECT_TRUE(run.logged(found(files.back(), 4)));
+  EXPECT_EQ(added(run), (Paths{"/tmp/1/index.html", "/tmp/2/x/movie.fla"}));
 }
 
 }  // namespace

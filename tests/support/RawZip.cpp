@@ -6,76 +6,36 @@
 
 namespace {
 
-void put16(std::string& out, uint32_t value) {
-  out += static_cast<char>(value & 0xFF);
-  out += static_cast<char>((value >> 8) & 0xFF);
+std::string u16(uint32_t value) { return {static_cast<char>(value & 0xFF), static_cast<char>((value >> 8) & 0xFF)}; }
+std::string u32(uint32_t value) { return u16(value & 0xFFFF) + u16(value >> 16); }
+
+struct Header {
+  uint16_t method;  // 0 stored, 8 deflated
+  uint32_t crc, compressed, size;
+  std::string name;
+};
+
+// The fields both headers share, from "version needed" to the extra field
+// length; dated 2020-01-01.
+std::string common(const Header& h) {
+  return u16(20) + u16(0) + u16(h.method) + u16(0) + u16(0x5021) + u32(h.crc) + u32(h.compressed) + u32(h.size) +
+         u16(static_cast<uint32_t>(h.name.size())) + u16(0);
 }
-
-void put32(std::string& out, uint32_t value) {
-  put16(out, value & 0xFFFF);
-  put16(out, value >> 16);
+std::string localHeader(const Header& h) { return u32(0x04034b50) + common(h) + h.name; }
+// Made by Unix (0x031E), so that the external attributes hold a mode.
+std::string centralHeader(const Header& h, uint32_t external, uint32_t offset) {
+  return u32(0x02014b50) + u16(0x031E) + common(h) + u16(0) + u16(0) + u16(0) + u32(external) + u32(offset) + h.name;
 }
-
-constexpr uint32_t kDosDate = 0x5021;  // 2020-01-01
-
-// The fields shared by the local and the central header, from "version
-// needed" to the extra field length.
-std::string commonFields(uint16_t method, uint32_t crc, uint32_t compressed, uint32_t size, size_t nameLength) {
-  std::string out;
-  put16(out, 20);
-  put16(out, 0);
-  put16(out, method);
-  put16(out, 0);
-  put16(out, kDosDate);
-  put32(out, crc);
-  put32(out, compressed);
-  put32(out, size);
-  put16(out, static_cast<uint32_t>(nameLength));
-  put16(out, 0);
-  return out;
-}
-
-std::string localHeader(uint16_t method, uint32_t crc, uint32_t compressed, uint32_t size, const std::string& name) {
-  std::string out;
-  put32(out, 0x04034b50);
-  out += commonFields(method, crc, compressed, size, name.size());
-  return out + name;
-}
-
-std::string centralHeader(uint16_t method, uint32_t crc, uint32_t compressed, uint32_t size, const std::string& name,
-                          uint32_t external, uint32_t offset) {
-  std::string out;
-  put32(out, 0x02014b50);
-  put16(out, 0x031E);  // made by Unix, so that the external attributes hold a mode
-  out += commonFields(method, crc, compressed, size, name.size());
-  put16(out, 0);  // comment length
-  put16(out, 0);  // disk
-  put16(out, 0);  // internal attributes
-  put32(out, external);
-  put32(out, offset);
-  return out + name;
-}
-
 std::string endRecord(uint32_t entries, uint32_t centralSize, uint32_t centralOffset) {
-  std::string out;
-  put32(out, 0x06054b50);
-  put16(out, 0);
-  put16(out, 0);
-  put16(out, entries);
-  put16(out, entries);
-  put32(out, centralSize);
-  put32(out, centralOffset);
-  put16(out, 0);
-  return out;
+  return u32(0x06054b50) + u32(0) /* disk numbers */ + u16(entries) + u16(entries) + u32(centralSize) +
+         u32(centralOffset) + u16(0);
 }
 
 uint32_t crcOf(const std::string& data) {
   return static_cast<uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(data.data()), static_cast<uInt>(data.size())));
 }
 
-}  // namespace
-
-std::string RawDeflate(const std::string& data) {
+std::string rawDeflate(const std::string& data) {
   z_stream stream = {};
   deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -15, 9, Z_DEFAULT_STRATEGY);
   std::string out(deflateBound(&stream, static_cast<uLong>(data.size())), '\0');
@@ -89,23 +49,19 @@ std::string RawDeflate(const std::string& data) {
   return out;
 }
 
+}  // namespace
+
 std::string RawZip(const std::vector<RawZipEntry>& entries) {
-  std::string body;
-  std::string central;
+  std::string body, central;
   for (const RawZipEntry& entry : entries) {
-    std::string stored = entry.deflate ? RawDeflate(entry.content) : entry.content;
-    uint16_t method = entry.deflate ? 8 : 0;
-    uint32_t size = entry.declaredSize < 0 ? static_cast<uint32_t>(entry.content.size())
-                                           : static_cast<uint32_t>(entry.declaredSize);
-    uint32_t crc = crcOf(entry.content);
-    uint32_t offset = static_cast<uint32_t>(body.size());
-    body += localHeader(method, crc, static_cast<uint32_t>(stored.size()), size, entry.name) + stored;
-    central += centralHeader(method, crc, static_cast<uint32_t>(stored.size()), size, entry.name,
-                             entry.externalAttributes, offset);
+    std::string stored = entry.deflate ? rawDeflate(entry.content) : entry.content;
+    Header h{static_cast<uint16_t>(entry.deflate ? 8 : 0), crcOf(entry.content), static_cast<uint32_t>(stored.size()),
+             static_cast<uint32_t>(entry.content.size()), entry.name};
+    central += centralHeader(h, entry.externalAttributes, static_cast<uint32_t>(body.size()));
+    body += localHeader(h) + stored;
   }
-  uint32_t centralOffset = static_cast<uint32_t>(body.size());
-  return body + central +
-         endRecord(static_cast<uint32_t>(entries.size()), static_cast<uint32_t>(central.size()), centralOffset);
+  auto count = static_cast<uint32_t>(entries.size());
+  return body + central + endRecord(count, static_cast<uint32_t>(central.size()), static_cast<uint32_t>(body.size()));
 }
 
 // The quine ---------------------------------------------------------------
@@ -113,8 +69,8 @@ std::string RawZip(const std::vector<RawZipEntry>& entries) {
 // The entry's deflate stream is a program of two kinds of instruction, each
 // byte-aligned: a stored block ("literal", a 5-byte header and its bytes) and
 // a fixed-Huffman block that copies the last k bytes once more ("repeat",
-// 5 bytes, the last one 4). With P the local header and S the central
-// directory and end record, the program
+// 5 bytes). With P the local header and S the central directory and end
+// record, the program
 //
 //   lit[P lit(a)]  rep(a)  lit[rep(a)]  lit[lit(5)]  lit[rep(a) lit(5) lit(5) lit(20)]  rep(20)
 //   lit[rep(20) lit(20) rep(20) lit(20)]  rep(20)  lit[rep(20) lit(0) lit(0) lit(b)]  rep(20)
@@ -149,32 +105,23 @@ class BitWriter {
 // One length/distance pair of a fixed-Huffman block; lengths up to 130 and
 // distances up to 128 are all the quine needs.
 void writeMatch(BitWriter& out, uint32_t length, uint32_t distance) {
-  static const uint32_t kLengthBase[] = {3,  4,  5,  6,  7,  8,  9,  10, 11, 13,  15,  17,
+  static const uint32_t kLengthBase[] = {3,  4,  5,  6,  7,  8,  9,  10, 11, 13, 15, 17,
                                          19, 23, 27, 31, 35, 43, 51, 59, 67, 83, 99, 115};
-  static const int kLengthExtra[] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 4, 4, 4, 4};
   static const uint32_t kDistanceBase[] = {1, 2, 3, 4, 5, 7, 9, 13, 17, 25, 33, 49, 65, 97};
-  static const int kDistanceExtra[] = {0, 0, 0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5};
-  int l = 23;
+  int l = 23, d = 13;
   while (kLengthBase[l] > length) --l;
-  uint32_t symbol = 257 + static_cast<uint32_t>(l);
-  if (symbol < 280) {
-    out.code(symbol - 256, 7);
-  } else {
-    out.code(0xC0 + symbol - 280, 8);
-  }
-  out.bits(length - kLengthBase[l], kLengthExtra[l]);
-  int d = 13;
   while (kDistanceBase[d] > distance) --d;
+  if (l < 23) {  // symbols 257 to 279: 7-bit codes; 280 on: 8-bit codes from 0xC0
+    out.code(static_cast<uint32_t>(l + 1), 7);
+  } else {
+    out.code(0xC0, 8);
+  }
+  out.bits(length - kLengthBase[l], l < 8 ? 0 : (l - 4) / 4);
   out.code(static_cast<uint32_t>(d), 5);
-  out.bits(distance - kDistanceBase[d], kDistanceExtra[d]);
+  out.bits(distance - kDistanceBase[d], d < 4 ? 0 : (d - 2) / 2);
 }
 
-std::string literalHeader(uint32_t length) {
-  std::string out(1, '\0');
-  put16(out, length);
-  put16(out, ~length & 0xFFFF);
-  return out;
-}
+std::string literalHeader(uint32_t length) { return std::string(1, '\0') + u16(length) + u16(~length & 0xFFFF); }
 
 // Copies the last `k` bytes once, as matches of the given lengths, in a
 // fixed-Huffman block; an empty fixed block pads a non-final one to a byte.
@@ -195,25 +142,19 @@ std::string repeat(uint32_t k, std::vector<uint32_t> lengths, bool final) {
 const std::string kQuineName = "self-containing-package-00.zip";  // 30 bytes: P is 60 bytes
 
 std::string quineFile(uint32_t crc) {
-  const uint32_t p = 30 + static_cast<uint32_t>(kQuineName.size());
-  const uint32_t s = 46 + static_cast<uint32_t>(kQuineName.size()) + 22;
-  const uint32_t a = p + 5;
-  const std::string repA = repeat(a, {a}, false);
-  const std::string rep20 = repeat(20, {10, 10}, false);
-  const uint32_t b = s + 4;
-  const std::string repB = repeat(b, {b}, true);
+  const auto n = static_cast<uint32_t>(kQuineName.size());
+  const uint32_t p = 30 + n, s = 46 + n + 22;
+  const uint32_t a = p + 5, b = s + 4;
+  const std::string repA = repeat(a, {a}, false), rep20 = repeat(20, {10, 10}, false), repB = repeat(b, {b}, true);
   const std::string lit0 = literalHeader(0), lit5 = literalHeader(5), lit20 = literalHeader(20);
-
   auto program = [&](const std::string& P, const std::string& S) {
     return literalHeader(a) + P + literalHeader(a) + repA + lit5 + repA + lit5 + lit5 + lit20 + repA + lit5 + lit5 +
            lit20 + rep20 + lit20 + rep20 + lit20 + rep20 + lit20 + rep20 + lit20 + rep20 + lit0 + lit0 +
            literalHeader(b) + rep20 + lit0 + lit0 + literalHeader(b) + repB + S + repB;
   };
-  const uint32_t programSize = static_cast<uint32_t>(program(std::string(p, '\0'), std::string(s, '\0')).size());
-  const uint32_t fileSize = p + programSize + s;
-  std::string P = localHeader(8, crc, programSize, fileSize, kQuineName);
-  std::string S = centralHeader(8, crc, programSize, fileSize, kQuineName, 0, 0) +
-                  endRecord(1, 46 + static_cast<uint32_t>(kQuineName.size()), p + programSize);
+  const auto programSize = static_cast<uint32_t>(program(std::string(p, '\0'), std::string(s, '\0')).size());
+  const Header h{8, crc, programSize, p + programSize + s, kQuineName};
+  const std::string P = localHeader(h), S = centralHeader(h, 0, 0) + endRecord(1, s - 22, p + programSize);
   return P + program(P, S) + S;
 }
 
@@ -225,8 +166,7 @@ std::string ZipQuine() {
   const uint32_t base = crcOf(quineFile(0));
   std::vector<std::pair<uint32_t, uint32_t>> rows;  // (vector, which bits of c make it), by pivot
   for (int i = 0; i < 32; ++i) {
-    uint32_t vector = (crcOf(quineFile(1u << i)) ^ base) ^ (1u << i);
-    uint32_t combination = 1u << i;
+    uint32_t vector = (crcOf(quineFile(1u << i)) ^ base) ^ (1u << i), combination = 1u << i;
     for (const auto& row : rows) {
       if ((vector ^ row.first) < vector) {
         vector ^= row.first;
@@ -237,8 +177,7 @@ std::string ZipQuine() {
     rows.emplace_back(vector, combination);
     std::sort(rows.begin(), rows.end(), [](const auto& x, const auto& y) { return x.first > y.first; });
   }
-  uint32_t target = base;
-  uint32_t crc = 0;
+  uint32_t target = base, crc = 0;
   for (const auto& row : rows) {
     if ((target ^ row.first) < target) {
       target ^= row.first;

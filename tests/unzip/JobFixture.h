@@ -7,31 +7,30 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "support/EngineHost.h"
-#include "support/LogCapture.h"
 #include "unzip/UnzipJob.h"
+
+using Tree = std::set<std::string>;
 
 class JobFixture : public ::testing::Test {
  protected:
   void SetUp() override {
-    char cwd[PATH_MAX];
-    ASSERT_NE(getcwd(cwd, sizeof(cwd)), nullptr);
-    savedCwd_ = cwd;
+    ASSERT_NE(getcwd(savedCwd_, sizeof(savedCwd_)), nullptr);
     ASSERT_EQ(mkdir(out.c_str(), 0755), 0);
     LogCapture::clear();
   }
-  void TearDown() override { ASSERT_EQ(chdir(savedCwd_.c_str()), 0); }
+  void TearDown() override { ASSERT_EQ(chdir(savedCwd_), 0); }
 
-  std::string package(const std::string& bytes, const std::string& name = "p.zip") {
-    std::string path = tmp.file(name);
-    WriteFile(path, bytes);
-    return path;
+  std::string package(const std::string& bytes) {
+    WriteFile(tmp.file("p.zip"), bytes);
+    return tmp.file("p.zip");
   }
-
   int job(std::vector<std::string> args, ExtractionBudget* budget = nullptr) {
     args.insert(args.begin(), "uzip");
     std::vector<char*> argv;
@@ -40,23 +39,29 @@ class JobFixture : public ::testing::Test {
     return do_UnzipJob(static_cast<int>(argv.size()), argv.data(), budget ? *budget : own);
   }
   int extract(const std::string& pkg, ExtractionBudget* budget = nullptr) {
-    return job({"-x", pkg, "-o", "-d", out}, budget);
+    return job({pkg, "-o", "-d", out}, budget);
   }
 
-  // Every path below `dir`, relative, directories with a trailing "/";
-  // links are not followed.
-  static std::set<std::string> tree(const std::string& dir);
-
+  // Every path below `dir`, relative; directories (not links) end in "/".
+  static Tree tree(const std::string& dir) {
+    Tree paths;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(dir, error)) {
+      bool isDir = entry.symlink_status().type() == std::filesystem::file_type::directory;
+      paths.insert(entry.path().string().substr(dir.size() + 1) + (isDir ? "/" : ""));
+    }
+    return paths;
+  }
   // Log lines whose text contains `part`.
   static int logged(const std::string& part) {
-    int count = 0;
-    for (const LogLine& line : LogCapture::lines()) count += line.text.find(part) != std::string::npos;
-    return count;
+    const std::vector<LogLine>& lines = LogCapture::lines();
+    return std::count_if(lines.begin(), lines.end(),
+                         [&](const LogLine& l) { return l.text.find(part) != std::string::npos; });
   }
 
   TempDir tmp;
   const std::string out = tmp.file("out");
 
  private:
-  std::string savedCwd_;
+  char savedCwd_[PATH_MAX];
 };
