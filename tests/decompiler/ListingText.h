@@ -8,26 +8,22 @@
 #include "APICheckEngine/TimeBudget.h"
 #include "decompiler/DeCompiler.h"
 
+using Lines = std::vector<std::string>;
+
 namespace listing {
 
-inline std::string header(const std::string& name) { return "[Action" + name + "]"; }
 inline std::string pushField(const std::string& type, const std::string& value) {
   return "ActionPush#@x441#type#@x442#" + type + "#@x441#value#@x442#" + value;
 }
 inline std::string str(const std::string& s) { return pushField("0", s); }
-inline std::string num(int n) { return pushField("7", std::to_string(n)); }
-inline std::string reg(int n) { return "ActionPush#@x441#type#@x442#4#@x441#reg$#@x442#" + std::to_string(n); }
+inline std::string num(const std::string& n) { return pushField("7", n); }
+inline std::string reg(const std::string& n) { return "ActionPush#@x441#type#@x442#4#@x441#reg$#@x442#" + n; }
 
-// "[ActionPush]" followed by one field line per value.
-inline std::vector<std::string> push(std::vector<std::string> fields) {
-  fields.insert(fields.begin(), header("Push"));
+// "[ActionPush]" with one field line per value, then the given lines.
+inline Lines push(Lines fields, const Lines& then = {}) {
+  fields.insert(fields.begin(), "[ActionPush]");
+  fields.insert(fields.end(), then.begin(), then.end());
   return fields;
-}
-
-inline std::vector<std::string> join(std::initializer_list<std::vector<std::string>> parts) {
-  std::vector<std::string> all;
-  for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
-  return all;
 }
 
 }  // namespace listing
@@ -35,12 +31,11 @@ inline std::vector<std::string> join(std::initializer_list<std::vector<std::stri
 // Replays a listing on a fresh budget; the machine's state stays for inspection.
 struct Replay {
   DeCompiler machine;
-  std::vector<std::string> statements;
-  unsigned code = 0;
+  Lines statements;
 
-  explicit Replay(std::vector<std::string> lines) {
+  explicit Replay(Lines lines) {
     firstTimeVal = TimeBudget::nowMicros();
-    code = machine.SWFDeCompilerMain(lines, statements);
+    machine.SWFDeCompilerMain(lines, statements);
   }
-  std::vector<std::string> stack() const { return {machine.operandStack.begin(), machine.operandStack.end()}; }
+  Lines stack() const { return {machine.operandStack.begin(), machine.operandStack.end()}; }
 };

@@ -8,6 +8,7 @@
 
 using FlashEngine_1_00::APIAnalysis;
 using FlashEngine_1_00::SWFStateMentInfo;
+using Lines = std::vector<std::string>;
 
 namespace {
 
@@ -19,90 +20,73 @@ SWFStateMentInfo* keyRecord(const std::string& key) {
   return record;
 }
 
-struct Engine {
-  std::unique_ptr<APIAnalysis> engine{new APIAnalysis()};
-  APIAnalysis* operator->() { return engine.get(); }
-
-  Engine(std::vector<std::string> declared, std::vector<std::string> documented) {
-    for (const auto& key : declared) engine->objectIdList.push_back(keyRecord(key));
-    for (const auto& name : documented) engine->whiteAPIList.push_back(new std::string(name));
-  }
-  // The expression of each record made from the statements ("<null>" for none).
-  std::vector<std::string> names() const {
-    std::vector<std::string> out;
-    for (const SWFStateMentInfo* r : engine->swfCallList) out.push_back(r->expression ? *r->expression : "<null>");
-    return out;
-  }
-};
-
-const std::vector<std::string> kEverything{"GetVersion", "Play", "'Start'", "Stop"};
+// An engine with the declared objects, the bound variables and the
+// documented API names given.
+std::unique_ptr<APIAnalysis> engineWith(const Lines& declared, const Lines& bound, const Lines& documented) {
+  std::unique_ptr<APIAnalysis> engine(new APIAnalysis());
+  for (const auto& key : declared) engine->objectIdList.push_back(keyRecord(key));
+  for (const auto& key : bound) engine->objectVariableList.push_back(keyRecord(key));
+  for (const auto& name : documented) engine->whiteAPIList.push_back(new std::string(name));
+  return engine;
+}
 
 TEST(SwfExtraction, NamesOfCallsOnTheDeclaredObject) {
-  struct Case {
+  const std::string tv = "MORVANE-NAVERTIX-TV#myExt";
+  const std::string kob = "MORVANE-NAVERTIX-KOB#kob";
+  const struct {
     const char* statement;
-    const char* declared;
-    std::vector<std::string> names;
-  };
-  const Case cases[] = {
-      {"getObj(myExt).GetVersion(1)", "MORVANE-NAVERTIX-TV#myExt", {"MORVANE-NAVERTIX-TV#DummyObject.GetVersion(1("}},
-      {"f('myExt') . Play()", "MORVANE-NAVERTIX-TV#myExt", {"MORVANE-NAVERTIX-TV#DummyObject. Play(("}},
-      {"getObj(other).Play()", "MORVANE-NAVERTIX-TV#myExt", {}},
-      {"getObj(myExt).toString()", "MORVANE-NAVERTIX-TV#myExt", {}},
-      {"getObj(myExt).a.Open()", "MORVANE-NAVERTIX-TV#myExt", {"<null>"}},
-      {"getObj(myExt).Execute('Start')", "MORVANE-NAVERTIX-TV#myExt", {"MORVANE-NAVERTIX-TV#'Start'"}},
-      {"getObj(kob).Execute(\"Play\")", "MORVANE-NAVERTIX-KOB#kob", {"MORVANE-NAVERTIX-KOB#Play"}},
-      {"getObj(kob).a.Open()", "MORVANE-NAVERTIX-KOB#kob", {"MORVANE-NAVERTIX-KOB#"}},
+    std::string declared;
+    Lines names;  // of the records made, "<null>" for a record without a name
+  } cases[] = {
+      {"getObj(myExt).GetVersion(1)", tv, {"MORVANE-NAVERTIX-TV#DummyObject.GetVersion(1("}},
+      {"f('myExt') . Play()", tv, {"MORVANE-NAVERTIX-TV#DummyObject. Play(("}},
+      {"getObj(other).Play()", tv, {}},
+      {"getObj(myExt).a.toString()", tv, {}},
+      {"getObj(myExt).getDate2()", tv, {"MORVANE-NAVERTIX-TV#DummyObject.getDate2(("}},
+      {"getObj(myExt).a.Open()", tv, {"<null>"}},
+      {"getObj(myExt).a.Open.Execute('Start')", tv, {"MORVANE-NAVERTIX-TV#'Start'"}},
+      {"getObj(kob).Execute(\"Play\")", kob, {"MORVANE-NAVERTIX-KOB#Play"}},
+      {"getObj(kob).a.Open()", kob, {"MORVANE-NAVERTIX-KOB#"}},
       {"f().Play()", "no-separator", {"#DummyObject.Play(("}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.statement);
-    Engine e({c.declared}, kEverything);
-    EXPECT_EQ(e->FindAPIFunctionName4SWF({c.statement}, kPath), RUN_SUCCESS);
-    EXPECT_EQ(e.names(), c.names);
-    EXPECT_TRUE(e->foundCallList.empty());
-    EXPECT_TRUE(e->resultList.empty());
-    for (const SWFStateMentInfo* r : e->swfCallList) {
-      EXPECT_EQ(r->scope, "Global");
-      EXPECT_EQ(r->filePath, kPath);
-      EXPECT_EQ(r->line, 0);
+  for (const auto& c : cases) {
+    auto engine = engineWith({c.declared}, {}, {"GetVersion", "Play", "'Start'", "getDate2"});
+    EXPECT_EQ(engine->FindAPIFunctionName4SWF({c.statement}, kPath), RUN_SUCCESS);
+    EXPECT_TRUE(engine->resultList.empty());
+    Lines names;
+    for (const SWFStateMentInfo* r : engine->swfCallList) {
+      names.push_back(r->expression ? *r->expression : "<null>");
+      EXPECT_TRUE(r->scope == "Global" && r->filePath == kPath && r->line == 0) << c.statement;
     }
+    EXPECT_EQ(names, c.names) << c.statement;
   }
 }
 
 TEST(SwfExtraction, FirstUndocumentedCallEndsTheSearch) {
-  Engine e({"MORVANE-NAVERTIX-TV#tv"}, {"Play"});
-  e->objectVariableList.push_back(keyRecord("MORVANE-NAVERTIX-TV#tv"));
-  EXPECT_EQ(e->FindAPIFunctionName4SWF({"g(tv).Play()", "g(tv).GetSerial()", "g(tv).GetModel()",
-                                        "trace(tv.GetModel())"},
-                                       kPath),
+  auto engine = engineWith({"MORVANE-NAVERTIX-TV#tv"}, {"MORVANE-NAVERTIX-TV#tv"}, {"Play"});
+  EXPECT_EQ(engine->FindAPIFunctionName4SWF(
+                {"g(tv).Play()", "g(tv).GetSerial()", "g(tv).GetModel()", "trace(tv.GetModel())"}, kPath),
             RUN_UNDOCUMENTED_API);
-  ASSERT_EQ(e->resultList.size(), 1u);
-  EXPECT_EQ(*e->resultList[0], "../movie.swf(0) : UndocumentedAPI 'GetSerial' used\n");
-  EXPECT_EQ(e->swfCallList.size(), 2u);
-  EXPECT_TRUE(e->foundCallList.empty());  // the bound-variable search did not run
+  EXPECT_EQ(engine->resultList.size(), 1u);
+  EXPECT_EQ(*engine->resultList.at(0), "../movie.swf(0) : UndocumentedAPI 'GetSerial' used\n");
+  EXPECT_EQ(engine->swfCallList.size(), 2u);
+  EXPECT_TRUE(engine->foundCallList.empty());  // the bound-variable search did not run
 }
 
 TEST(SwfExtraction, OnlyTheFirstDeclaredObjectIsMatched) {
   // Calls on the second object are found by the bound-variable search only,
   // which needs a separator byte before the name in the joined statements.
-  Engine e({"MORVANE-NAVERTIX-TV#first", "MORVANE-NAVERTIX-AUDIO#second"}, {});
-  e->objectVariableList.push_back(keyRecord("MORVANE-NAVERTIX-AUDIO#second"));
-  EXPECT_EQ(e->FindAPIFunctionName4SWF({"g(second).Mute()", "trace(second.SetVolume(3))"}, kPath), RUN_SUCCESS);
-  EXPECT_TRUE(e->swfCallList.empty());
-  ASSERT_EQ(e->foundCallList.size(), 1u);
-  ASSERT_EQ(e->resultList.size(), 1u);
-  // The line number is the bound-variable search's own business.
-  EXPECT_EQ(e->resultList[0]->find("../movie.swf("), 0u);
-  EXPECT_NE(e->resultList[0]->find(") : UndocumentedAPI 'SetVolume' used\n"), std::string::npos);
-}
-
-TEST(SwfExtraction, WithoutDeclaredObjectsOnlyBoundVariablesAreSearched) {
-  Engine e({}, {});
-  e->objectVariableList.push_back(keyRecord("MORVANE-NAVERTIX-TV#tv"));
-  EXPECT_EQ(e->FindAPIFunctionName4SWF({"g(tv).Play()"}, kPath), RUN_SUCCESS);
-  EXPECT_TRUE(e->swfCallList.empty());
-  EXPECT_TRUE(e->resultList.empty());
-  EXPECT_EQ(e->FindAPIFunctionName4SWF({}, kPath), RUN_SUCCESS);
+  auto engine = engineWith({"MORVANE-NAVERTIX-TV#first", "MORVANE-NAVERTIX-AUDIO#second"},
+                           {"MORVANE-NAVERTIX-AUDIO#second"}, {});
+  EXPECT_EQ(engine->FindAPIFunctionName4SWF({"g(second).Mute()", "trace(second.SetVolume(3))"}, kPath), RUN_SUCCESS);
+  EXPECT_TRUE(engine->swfCallList.empty());
+  EXPECT_EQ(engine->foundCallList.size(), 1u);
+  ASSERT_EQ(engine->resultList.size(), 1u);
+  EXPECT_NE(engine->resultList[0]->find(") : UndocumentedAPI 'SetVolume' used\n"), std::string::npos);
+  // Without declared objects only the bound variables are searched.
+  engine = engineWith({}, {"MORVANE-NAVERTIX-TV#tv"}, {});
+  EXPECT_EQ(engine->FindAPIFunctionName4SWF({"g(tv).Play()"}, kPath), RUN_SUCCESS);
+  EXPECT_TRUE(engine->swfCallList.empty() && engine->resultList.empty());
 }
 
 }  // namespace

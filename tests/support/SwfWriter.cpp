@@ -27,14 +27,10 @@ std::string avmDouble(double value) {
   return u32(static_cast<uint32_t>(bits >> 32)) + u32(static_cast<uint32_t>(bits));
 }
 
-ActionBuilder& ActionBuilder::op(uint8_t code) {
-  bytes_ += u8(code);
-  return *this;
-}
+ActionBuilder& ActionBuilder::op(uint8_t code) { return raw(u8(code)); }
 
 ActionBuilder& ActionBuilder::record(uint8_t code, const std::string& operands) {
-  bytes_ += u8(code) + u16(static_cast<uint16_t>(operands.size())) + operands;
-  return *this;
+  return raw(u8(code) + u16(static_cast<uint16_t>(operands.size())) + operands);
 }
 
 ActionBuilder& ActionBuilder::raw(const std::string& bytes) {
@@ -54,31 +50,6 @@ ActionBuilder& ActionBuilder::constantPool(const std::vector<std::string>& entri
   return record(0x88, operands);
 }
 
-ActionBuilder& ActionBuilder::gotoFrame(uint16_t frame) { return record(0x81, u16(frame)); }
-
-ActionBuilder& ActionBuilder::getURL(const std::string& url, const std::string& target) {
-  return record(0x83, cstr(url) + cstr(target));
-}
-
-ActionBuilder& ActionBuilder::getURL2(uint8_t flags) { return record(0x9A, u8(flags)); }
-
-ActionBuilder& ActionBuilder::gotoFrame2(uint8_t flags, uint16_t sceneBias) {
-  return record(0x9F, u8(flags) + ((flags & 2) ? u16(sceneBias) : std::string()));
-}
-
-ActionBuilder& ActionBuilder::storeRegister(uint8_t reg) { return record(0x87, u8(reg)); }
-
-ActionBuilder& ActionBuilder::jump(int16_t offset) { return record(0x99, u16(static_cast<uint16_t>(offset))); }
-
-ActionBuilder& ActionBuilder::branchIf(int16_t offset) { return record(0x9D, u16(static_cast<uint16_t>(offset))); }
-
-ActionBuilder& ActionBuilder::defineFunction(const std::string& name, const std::vector<std::string>& params,
-                                             uint16_t codeSize) {
-  std::string operands = cstr(name) + u16(static_cast<uint16_t>(params.size()));
-  for (const std::string& param : params) operands += cstr(param);
-  return record(0x9B, operands + u16(codeSize));
-}
-
 ActionBuilder& ActionBuilder::defineFunction2(const std::string& name, uint8_t registers, uint16_t flags,
                                               const std::vector<RegisterParam>& params, uint16_t codeSize) {
   std::string operands = cstr(name) + u16(static_cast<uint16_t>(params.size())) + u8(registers) + u16(flags);
@@ -86,40 +57,13 @@ ActionBuilder& ActionBuilder::defineFunction2(const std::string& name, uint8_t r
   return record(0x8E, operands + u16(codeSize));
 }
 
-ActionBuilder& ActionBuilder::tryBlock(uint8_t flags, uint16_t trySize, uint16_t catchSize, uint16_t finallySize,
-                                       const std::string& catchName, uint8_t catchRegister) {
-  std::string operands = u8(flags) + u16(trySize) + u16(catchSize) + u16(finallySize);
-  operands += (flags & 4) ? u8(catchRegister) : cstr(catchName);
-  return record(0x8F, operands);
-}
-
-ActionBuilder& ActionBuilder::with(uint16_t size) { return record(0x94, u16(size)); }
-
-SwfWriter::SwfWriter(uint8_t version) : version_(version) { frameSize(15, 0, 11000, 0, 8000); }
-
-SwfWriter& SwfWriter::frameSize(int bits, int32_t xMin, int32_t xMax, int32_t yMin, int32_t yMax) {
-  std::vector<bool> stream;
-  auto put = [&stream](uint32_t value, int count) {
-    for (int i = count - 1; i >= 0; --i) stream.push_back((value >> i) & 1u);
-  };
-  put(static_cast<uint32_t>(bits), 5);
-  for (int32_t field : {xMin, xMax, yMin, yMax}) put(static_cast<uint32_t>(field), bits);
-  frameSize_.assign((stream.size() + 7) / 8, '\0');
-  for (size_t i = 0; i < stream.size(); ++i) {
-    if (stream[i]) frameSize_[i / 8] = static_cast<char>(frameSize_[i / 8] | (0x80 >> (i % 8)));
-  }
-  return *this;
-}
-
 SwfWriter& SwfWriter::tag(uint16_t code, const std::string& body) {
   if (body.size() >= 63) return longTag(code, body);
-  tags_ += u16(static_cast<uint16_t>((code << 6) | body.size())) + body;
-  return *this;
+  return raw(u16(static_cast<uint16_t>((code << 6) | body.size())) + body);
 }
 
 SwfWriter& SwfWriter::longTag(uint16_t code, const std::string& body) {
-  tags_ += u16(static_cast<uint16_t>((code << 6) | 63)) + u32(static_cast<uint32_t>(body.size())) + body;
-  return *this;
+  return raw(u16(static_cast<uint16_t>((code << 6) | 63)) + u32(static_cast<uint32_t>(body.size())) + body);
 }
 
 SwfWriter& SwfWriter::raw(const std::string& bytes) {
@@ -127,25 +71,18 @@ SwfWriter& SwfWriter::raw(const std::string& bytes) {
   return *this;
 }
 
-SwfWriter& SwfWriter::sprite(uint16_t id, uint16_t frames, const SwfWriter& body) {
-  return tag(39, u16(id) + u16(frames) + body.tags());
+// Signature, version 8, file length, frame size, frame rate 24, one frame.
+std::string SwfWriter::fws() const {
+  std::string rest = frameRect_ + u16(0x1800) + u16(1) + tags_;
+  return "FWS" + u8(8) + u32(static_cast<uint32_t>(8 + rest.size())) + rest;
 }
-
-std::string SwfWriter::header() const {
-  std::string rest = frameSize_ + u16(0x1800) + u16(1);
-  uint32_t length = static_cast<uint32_t>(8 + rest.size() + tags_.size());
-  return "FWS" + u8(version_) + u32(length) + rest;
-}
-
-std::string SwfWriter::fws() const { return header() + tags_; }
 
 std::string SwfWriter::cws() const {
   std::string plain = fws();
-  std::string body = plain.substr(8);
-  uLongf size = compressBound(body.size());
+  uLongf size = compressBound(plain.size() - 8);
   std::string packed(size, '\0');
-  compress2(reinterpret_cast<Bytef*>(&packed[0]), &size, reinterpret_cast<const Bytef*>(body.data()), body.size(),
-            Z_BEST_COMPRESSION);
+  compress2(reinterpret_cast<Bytef*>(&packed[0]), &size, reinterpret_cast<const Bytef*>(plain.data() + 8),
+            plain.size() - 8, Z_BEST_COMPRESSION);
   packed.resize(size);
   return "CWS" + plain.substr(3, 5) + packed;
 }

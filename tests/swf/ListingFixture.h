@@ -22,7 +22,7 @@ class ListingTest : public ::testing::Test {
     LogCapture::clear();
   }
 
-  // The listing of one script block.
+  // The listing of one script block at `origin` in its file.
   Lines listBlock(const std::string& bytes, uint32_t origin = 0) {
     Lines lines;
     deAssembler.getActionBlock(reinterpret_cast<const uint8_t*>(bytes.data()), static_cast<uint32_t>(bytes.size()),
