@@ -10,6 +10,15 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 
+using Texts = std::vector<std::string>;
+
+// The expression text of every record of a list, in order.
+inline Texts expressionsOf(const std::vector<FlashEngine_1_00::SWFStateMentInfo*>& list) {
+  Texts out;
+  for (const auto* record : list) out.push_back(record->expression ? *record->expression : "<null>");
+  return out;
+}
+
 class ScannerFixture : public ::testing::Test {
  protected:
   using Record = FlashEngine_1_00::SWFStateMentInfo;
@@ -17,8 +26,7 @@ class ScannerFixture : public ::testing::Test {
   // A file worth scanning; its cleaned text ends with one zero byte, as the
   // cleaning step leaves it.
   void addSource(const std::string& path, const std::string& text) {
-    std::string* cleaned = new std::string(text);
-    cleaned->push_back('\0');
+    std::string* cleaned = new std::string(text + '\0');
     engine.cleanedSourceList.push_back(cleaned);
     engine.worthfulSourceList.push_back(cleaned);
     engine.worthfulPathList.push_back(new std::string(path));
@@ -27,13 +35,7 @@ class ScannerFixture : public ::testing::Test {
 
   static Record* record(const char* expression, const std::string& scope = "Global", const std::string& path = "",
                         const std::string& text = "", const std::string& access = "") {
-    Record* r = new Record;
-    r->expression = expression ? new std::string(expression) : nullptr;
-    r->scope = scope;
-    r->text = text;
-    r->filePath = path;
-    r->accessText = access;
-    return r;
+    return new Record{expression ? new std::string(expression) : nullptr, scope, text, path, access};
   }
 
   void document(std::initializer_list<const char*> names) {
@@ -41,34 +43,11 @@ class ScannerFixture : public ::testing::Test {
   }
 
   void addFunction(const std::string& path, const std::string& header, const std::string& body) {
-    auto* block = new FlashEngine_1_00::FlashFunctionInfo;
-    block->header = header;
-    block->body = new std::string(body);
-    block->filePath = path;
-    engine.functionBlockList.push_back(block);
+    engine.functionBlockList.push_back(new FlashEngine_1_00::FlashFunctionInfo{header, new std::string(body), path});
   }
 
-  static std::vector<std::string> expressions(const std::vector<Record*>& list) {
-    std::vector<std::string> out;
-    for (const Record* r : list) out.push_back(r->expression ? *r->expression : std::string("<null>"));
-    return out;
-  }
-
-  // Empties a list of the engine, deleting what it owns.
-  static void drop(std::vector<Record*>& list) {
-    for (Record* r : list) {
-      delete r->expression;
-      delete r;
-    }
-    list.clear();
-  }
-  static void drop(std::vector<std::string*>& list) {
-    for (std::string* s : list) delete s;
-    list.clear();
-  }
-
-  std::vector<std::string> results() const {
-    std::vector<std::string> out;
+  Texts results() const {
+    Texts out;
     for (const std::string* line : engine.resultList) out.push_back(*line);
     return out;
   }

@@ -1,67 +1,45 @@
-// File selection, loading and the position rules of the first pass.
+// File selection and loading, comment and blank-line removal, and the first
+// pass: excerpts, function blocks and the records collected from them.
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
-#include "APICheckEngine/APIAnalysis.h"
-#include "web/RecordTexts.h"
 #include "APICheckEngine/SourceScan.h"
 #include "support/EngineHost.h"
-#include "support/LogCapture.h"
+#include "web/ScannerFixture.h"
 
 namespace {
 
 using FlashEngine_1_00::APIAnalysis;
-using FlashEngine_1_00::sourcescan::Block;
 using FlashEngine_1_00::sourcescan::Excerpt;
+using FlashEngine_1_00::sourcescan::collectAccessExpressions;
+using FlashEngine_1_00::sourcescan::collectFunctionBlocks;
 using FlashEngine_1_00::sourcescan::findExcerpts;
-using FlashEngine_1_00::sourcescan::FunctionBlockCutter;
 
-TEST(SourceSelection, ChoosesFilesByCaseSensitiveExtension) {
+TEST(SourceSelection, SelectsByCaseSensitiveExtensionAndCleansUpToTheFirstZeroByte) {
   TempDir dir;
   APIAnalysis engine;
-  const std::vector<std::pair<std::string, int>> cases = {
-      {"a.html", 1}, {"a.HTML", 1}, {"a.htm", 1}, {"a.HTM", 1}, {"a.js", 1},  {"a.JS", 1},
-      {"a.xml", 1},  {"a.XML", 1},  {"a.Html", 0}, {"a.css", 0}, {"a.info", 0}, {"a.swf", 0},
-      {"a.png", 0},  {"a.so", 0},   {"noext", 0},
+  const std::string zero(1, '\0'), skipped = "<skipped>";
+  const std::tuple<std::string, std::string, std::string> cases[] = {  // name, content, cleaned text
+      {"a.html", "x", "x" + zero}, {"a.HTM", "x", "x" + zero}, {"a.js", "x", "x" + zero}, {"a.XML", "x", "x" + zero},
+      {"a.Html", "x", skipped},    {"a.css", "x", skipped},    {"a.info", "x", skipped}, {"a.swf", "x", skipped},
+      {"a.png", "x", skipped},     {"noext", "x", skipped},    {"e.js", "", skipped},    {"z.js", zero + "x", skipped},
+      {"b.js", "a = 1; // x\nb" + zero + "ignored // c", "a = 1; \nb" + zero},
+      {"c.js", "// a\n/* b */", "\n" + zero},  // comments only: still a worthful text
   };
-  int selected = 0;
-  for (const auto& c : cases) {
-    WriteFile(dir.file(c.first), "x = 1;");
+  for (const auto& [name, content, expected] : cases) {
+    WriteFile(dir.file(name), content);
     std::string* cleaned = nullptr;
-    EXPECT_EQ(engine.CheckFileAnalysisWorth(dir.file(c.first), cleaned), c.second) << c.first;
-    EXPECT_EQ(cleaned != nullptr, c.second == 1) << c.first;
-    selected += c.second;
+    EXPECT_EQ(engine.CheckFileAnalysisWorth(dir.file(name), cleaned), expected == skipped ? 0 : 1) << name;
+    EXPECT_EQ(cleaned ? *cleaned : skipped, expected) << name;
   }
-  EXPECT_EQ(engine.cleanedSourceList.size(), static_cast<size_t>(selected));
-  // documentExtentionChecker knows the twelve table entries, byte for byte.
-  for (const char* entry : documentExtention) EXPECT_EQ(engine.documentExtentionChecker(entry), 1) << entry;
-  for (const char* other : {"Js", "swf", "", "html "}) EXPECT_EQ(engine.documentExtentionChecker(other), 0);
-}
-
-TEST(SourceSelection, LoadsUpToTheFirstZeroByteAndStripsComments) {
-  TempDir dir;
-  APIAnalysis engine;
-  const std::string zero(1, '\0');
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {"a = 1; // x\nb" + zero + "ignored // c", "a = 1; \nb" + zero},
-      {"// a\n/* b */", "\n" + zero},  // comments only: still a worthful text
-      {"x /* open", "x " + zero},
-  };
-  for (const auto& c : cases) {
-    WriteFile(dir.file("s.js"), c.first);
-    std::string* cleaned = nullptr;
-    ASSERT_EQ(engine.CheckFileAnalysisWorth(dir.file("s.js"), cleaned), 1);
-    EXPECT_EQ(*cleaned, c.second);
-    EXPECT_EQ(engine.cleanedSourceList.back(), cleaned);
-  }
-  for (const std::string& empty : {std::string(), zero + "text"}) {
-    WriteFile(dir.file("e.js"), empty);
-    std::string* cleaned = nullptr;
-    EXPECT_EQ(engine.CheckFileAnalysisWorth(dir.file("e.js"), cleaned), 0);
-  }
-  EXPECT_EQ(engine.cleanedSourceList.size(), cases.size());
+  EXPECT_EQ(engine.cleanedSourceList.size(), 6u);
+  // The extension table lists css, which is still not scanned.
+  EXPECT_EQ(engine.documentExtentionChecker("css"), 1);
+  EXPECT_EQ(engine.documentExtentionChecker("Js"), 0);
 
   LogCapture::clear();
   std::string* cleaned = nullptr;
@@ -69,50 +47,22 @@ TEST(SourceSelection, LoadsUpToTheFirstZeroByteAndStripsComments) {
   EXPECT_TRUE(LogCapture::contains(" file[" + dir.file("missing.js") + "] Open Error "));
 }
 
-TEST(SourceSelection, FirstScanFillsParallelListsAndLogsTheCount) {
-  TempDir dir;
-  WriteFile(dir.file("index.html"), "<html></html>");
-  WriteFile(dir.file("style.css"), "body {}");
-  WriteFile(dir.file("app.JS"), "var a;");
-  APIAnalysis engine;
-  std::vector<std::string> files = {dir.file("index.html"), dir.file("style.css"), dir.file("none.js"),
-                                    dir.file("app.JS")};
-  LogCapture::clear();
-  EXPECT_EQ(engine.FirstScanSource(&files), RUN_SUCCESS);
-  ASSERT_EQ(engine.worthfulSourceList.size(), 2u);
-  ASSERT_EQ(engine.worthfulPathList.size(), 2u);
-  ASSERT_EQ(engine.worthfulExtList.size(), 2u);
-  EXPECT_EQ(*engine.worthfulPathList[1], dir.file("app.JS"));
-  EXPECT_EQ(*engine.worthfulExtList[0], "html");
-  EXPECT_EQ(*engine.worthfulExtList[1], "JS");
-  EXPECT_EQ(engine.worthfulSourceList[1], engine.cleanedSourceList[1]);
-  EXPECT_EQ(*engine.worthfulSourceList[1], std::string("var a;") + '\0');
-  ASSERT_TRUE(LogCapture::contains(" WorthFul File [2] EA"));
-  EXPECT_EQ(LogCapture::lines().back().format, "Time [%s]:%ld:%ld ");
-
-  APIAnalysis idle;
-  std::vector<std::string> none;
-  EXPECT_EQ(idle.FirstScanSource(&none), RUN_SUCCESS);
-  EXPECT_TRUE(LogCapture::contains(" WorthFul File [0] EA"));
-}
-
 // The excerpt text of each hit, as the first pass cuts it.
-std::vector<std::string> excerptTexts(const std::string& text) {
-  std::vector<std::string> out;
+Texts excerptTexts(const std::string& text) {
+  Texts out;
   for (const Excerpt& e : findExcerpts(text)) out.push_back(text.substr(e.first, e.length));
   return out;
 }
 
 TEST(SourceExcerpts, StartAtTheNearestBlankAndNeverTakeTheLastByte) {
   const std::string word(600, 'w');
-  const std::string dollarWord = " $(" + word + " tail";
-  const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
+  const std::vector<std::pair<std::string, Texts>> cases = {
       {"$(a)bbbb", {}},                                         // shorter than 9 bytes
       {"document.getElementById('obj')", {"document.getElementById('obj'"}},
       {"var t = document.getElementById(\"tv\");", {" document.getElementById(\"tv\")"}},
       {"x DoCuMeNt.y z", {" DoCuMeNt.y"}},
       {"a $ x $.y $ (x) zzzzzzzzzz", {" $ (x) zzzzzzzzz"}},  // `$ (` hits, `$ x` and `$.` do not
-      {dollarWord, {" $(" + word}},                           // extended to the next blank
+      {" $(" + word + " tail", {" $(" + word}},               // extended to the next blank
       {"a b" + word + "$(x) c and more", {" b" + word + "$(x)"}},  // starts far before its hit
   };
   for (const auto& c : cases) EXPECT_EQ(excerptTexts(c.first), c.second) << c.first.substr(0, 40);
@@ -121,67 +71,76 @@ TEST(SourceExcerpts, StartAtTheNearestBlankAndNeverTakeTheLastByte) {
   // here); two hits in one word give two equal excerpts.
   std::string spaced = " $(x$_yz ";
   while (spaced.size() < 1000) spaced += "ab ";
-  const std::vector<Excerpt> excerpts = findExcerpts(spaced);
-  ASSERT_EQ(excerpts.size(), 2u);
-  EXPECT_EQ(excerpts[0].first, 0u);
-  EXPECT_EQ(excerpts[0].length, 431u);
-  EXPECT_EQ(excerpts[1], excerpts[0]);
+  EXPECT_EQ(findExcerpts(spaced), (std::vector<Excerpt>{{0, 431}, {0, 431}}));
 }
 
-std::vector<std::string> blockTexts(const std::string& text) {
-  std::vector<std::string> out;
-  for (const Block& b : FunctionBlockCutter(text.c_str(), text.size()).blocks())
-    out.push_back(text.substr(b.first, b.last - b.first + 1));
-  return out;
-}
-
-TEST(FunctionBlocks, CutFromUpTo100BytesBeforeTheKeywordToTheBalancingBrace) {
-  const std::string pad(150, '.');
-  const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
-      {"function a(x) { if (x) { y(); } } rest", {"function a(x) { if (x) { y(); } }"}},
-      {pad + "function f(){}", {pad.substr(50) + "function f(){}"}},
-      {"function f( { }", {}},             // the parameter list never closes
-      {"function f() { {", {}},            // the braces never balance
-      {"function f({a}) {b} c", {"function f({a}) {b}"}},  // braces count after `(` and `)`
-      {"function f() }{ x", {"function f() }{"}},          // counts, not nesting
-      {"function a(){ function b(){} }", {"function a(){ function b(){} }", "function a(){ function b(){}"}},
-      {"functionfunction(){}", {"functionfunction(){}", "functionfunction(){}"}},
-  };
-  for (const auto& c : cases) EXPECT_EQ(blockTexts(c.first), c.second) << c.first.substr(0, 40);
-}
-
-TEST(FirstScan, CollectsAccessExpressionsEmbedsAndFunctions) {
+TEST(FirstScan, CollectsAccessAndEmbedsExpressionsFromExcerpts) {
   // Fillers longer than an excerpt keep every statement in its own excerpt.
   std::string filler = "\n";
   for (int i = 0; i < 200; ++i) filler += "aa ";
-  filler += "\n";
   const std::string source = "var t = document.getElementById(\"tv\");" + filler +
-                             "t=document.getElementById(\"tv\").Open(\"a\");" + filler +
-                             "p = $ (\"tv\");" + filler +
-                             "var e = document.embeds[0].Play();" + filler +
-                             "function init(a, b) { if (a) { b(); } }" + filler +
-                             "var handlers = { start : function (x) { go(x); } };" + filler +
-                             "function broken(a) { if (a) {";
-  TempDir dir;
-  WriteFile(dir.file("app.js"), source);
+                             "t=document.getElementById(\"tv\").Open(\"a\");" + filler + "p = $ (\"tv\");" + filler +
+                             "var e = document.embeds[0].Play();";
   APIAnalysis engine;
-  std::vector<std::string> files = {dir.file("app.js")};
-  engine.FirstScanSource(&files);
+  collectAccessExpressions(source.c_str(), source.size(), "p.js", engine.objectAccessList, engine.embedsAccessList);
+  EXPECT_EQ(expressionsOf(engine.objectAccessList),
+            (Texts{" document.getElementById(\"tv\")", "t=document.getElementById(\"tv\").Open(\"a\"", " $ (\"tv\")"}));
+  EXPECT_EQ(expressionsOf(engine.embedsAccessList), Texts{" document.embeds[0].Play("});
+}
 
-  const std::vector<std::string> access = {" document.getElementById(\"tv\")",
-                                           "t=document.getElementById(\"tv\").Open(\"a\"", " $ (\"tv\")"};
-  EXPECT_EQ(expressionsOf(engine.objectAccessList), access);
-  EXPECT_EQ(expressionsOf(engine.embedsAccessList), std::vector<std::string>{" document.embeds[0].Play("});
-  for (const auto* record : engine.objectAccessList) {
-    EXPECT_EQ(record->scope, "Global");
-    EXPECT_EQ(record->filePath, dir.file("app.js"));
+TEST(FirstScan, FunctionsComeFromBlocksCutUpTo100BytesBeforeTheKeyword) {
+  const std::vector<std::pair<std::string, Texts>> cases = {
+      {"function a(x) { if (x) { y(); } } rest", {"function a(x)| { if (x) { y(); } }"}},
+      {"var h = { start : function (x) { go(x); } };", {"start : function (x)| { go(x); }"}},
+      {"xa:" + std::string(98, ' ') + "function(){}", {"a:" + std::string(98, ' ') + "function()|{}"}},
+      {"xa:" + std::string(99, ' ') + "function(){}", {"function()|{}"}},  // the name lies before the block
+      {"function f( { }", {}}, {"function f() { {", {}},                // never closed, never balanced
+      {"function f() }{ x", {"function f()| }{"}},                     // counts, not nesting
+      // The inner keyword's block is cut short for the outer header, and holds the inner one again.
+      {"function a(){ function b(){} }", {"function a()|{ function b(){} }", "function b()|{}", "function b()|{}"}},
+  };
+  for (const auto& c : cases) {
+    APIAnalysis engine;
+    collectFunctionBlocks(c.first.c_str(), c.first.size(), "p.js", engine.functionBlockList);
+    Texts functions;
+    for (const auto* f : engine.functionBlockList) functions.push_back(f->header + "|" + *f->body);
+    EXPECT_EQ(functions, c.second) << c.first.substr(0, 40);
   }
-  ASSERT_EQ(engine.functionBlockList.size(), 2u);
-  EXPECT_EQ(engine.functionBlockList[0]->header, "function init(a, b)");
-  EXPECT_EQ(*engine.functionBlockList[0]->body, " { if (a) { b(); } }");
-  EXPECT_EQ(engine.functionBlockList[1]->header, "start : function (x)");
-  EXPECT_EQ(*engine.functionBlockList[1]->body, " { go(x); }");
-  EXPECT_EQ(engine.functionBlockList[1]->filePath, dir.file("app.js"));
+}
+
+using Stripper = int (*)(const char*, int, char*);
+using Cases = std::vector<std::pair<std::string, std::string>>;
+
+void expectStripped(Stripper strip, const Cases& cases) {
+  for (const auto& c : cases) {
+    std::vector<char> out(c.first.size());
+    int written = strip(c.first.data(), static_cast<int>(c.first.size()), out.data());
+    ASSERT_LE(written, static_cast<int>(c.first.size())) << c.first.substr(0, 20);
+    EXPECT_EQ(std::string(out.data(), static_cast<size_t>(written)), c.second) << c.first.substr(0, 20);
+  }
+}
+
+TEST(DeleteComment, RemovesCommentsWithTheirQuirks) {
+  const std::string zero(1, '\0');
+  expectStripped(delete_comment, {
+      {"a/* x */b", "ab"}, {"a*/b", "a*/b"}, {"a/", "a/"}, {"//1\n//2\n", "\n\n"},
+      {"a/* x *//* y */b", "a/* y */b"},  // the byte after a closer is copied unexamined
+      {"a/*/b*/c", "ac"},                 // `/*/` does not close
+      {"var s = \"a//b\"; var o = 1;\nz", "var s = \"a\nz"},  // no string literals; the line feed survives
+      // A comment running to the end is followed by one zero byte.
+      {"a// to the end", "a" + zero}, {"a/* never closed", "a" + zero}, {"a/**/", "a" + zero},
+  });
+  EXPECT_EQ(delete_comment("abc", 0, nullptr), 0);
+}
+
+TEST(DeleteBlankline, DropsWhitespaceOnlyLines) {
+  const std::string longLine(3000, 'x');  // longer than the first line buffer
+  expectStripped(delete_blankline, {
+      // A run of dropped lines becomes one line feed before the next kept
+      // line; a last line without a feed is written as it stands.
+      {"a\n\n  \t\nb\n", "a\n\nb\n"}, {"a\n \n", "a\n"}, {"\n\nb", "b"}, {"a\r\n\r\nb\n", "a\r\n\r\nb\n"},
+      {longLine + "\n\n" + longLine, longLine + "\n" + longLine},
+  });
 }
 
 }  // namespace
