@@ -16,12 +16,12 @@
 #include <vector>
 
 #include "APICheckEngine/Diagnostics.h"
+#include "APICheckEngine/EngineConfig.h"
 #include "APICheckEngine/HostInterface.h"
 
 namespace {
 
 const char* kEngineFile = "libtarvo-api-check-engine.so";
-const char* kEngineVersion = "140808_QX_1.30";
 bool g_verbose = false;
 
 enum ExitCode { kExitClean = 0, kExitFinding = 1, kExitEngineError = 2, kExitUsage = 64, kExitUnavailable = 69 };
@@ -41,8 +41,8 @@ void printUsage(FILE* out) {
           "  --listing FILE      print the action listing of a SWF file\n"
           "  --statements FILE   print the call statements rebuilt from a SWF file\n"
           "\n"
-          "Exit status: 0 no finding, 1 undocumented API used, 2 database error,\n"
-          "64 usage error.\n");
+          "Exit status: 0 no finding, 1 undocumented API used, 2 the engine reported\n"
+          "an error (database, SWF file), 64 usage error, 69 engine not loadable.\n");
 }
 
 int usageError(const std::string& message) {
@@ -137,22 +137,24 @@ int exitCodeFor(RunResult code) {
   }
 }
 
-// Prints each line of a SWF diagnostic followed by a line feed.
+// Prints each line of a SWF diagnostic followed by a line feed. What could be
+// read is printed even when the file is damaged; the engine's code then goes
+// to standard error and the exit status.
 int runSwfDiagnostic(Engine& engine, bool statements, const std::string& file) {
   IAppAnalysis* instance = engine.createInstance();
   std::vector<std::string> lines;
   std::string path = absolutePath(file);
-  if (statements) {
-    engine.statements(instance, path.c_str(), &lines);
-  } else {
-    engine.listing(instance, path.c_str(), &lines);
-  }
+  RunResult code = statements ? engine.statements(instance, path.c_str(), &lines)
+                              : engine.listing(instance, path.c_str(), &lines);
   engine.destoryInstance(instance);
   for (const std::string& line : lines) {
     fwrite(line.data(), 1, line.size(), stdout);
     fputc('\n', stdout);
   }
-  return kExitClean;
+  fflush(stdout);
+  if (code == RUN_SUCCESS) return kExitClean;
+  fprintf(stderr, "tarvo-api-check: %s: the engine returned %d\n", file.c_str(), static_cast<int>(code));
+  return kExitEngineError;
 }
 
 }  // namespace
@@ -180,7 +182,7 @@ int main(int argc, char** argv) {
       printUsage(stdout);
       return kExitClean;
     } else if (arg == "--version") {
-      printf("tarvo-api-check %s (engine %s)\n", TARVO_PROJECT_VERSION, kEngineVersion);
+      printf("tarvo-api-check %s (engine %s)\n", EngineConfig::kProjectVersion, EngineConfig::kEngineVersion);
       return kExitClean;
     } else if (arg == "--verbose" || arg == "-v") {
       g_verbose = true;

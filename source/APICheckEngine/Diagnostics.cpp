@@ -16,7 +16,10 @@ extern "C" TARVO_EXPORT RunResult tarvo_swf_statements(IAppAnalysis* engine, con
                                                        std::vector<std::string>* statements) {
   APIAnalysis* analysis = static_cast<APIAnalysis*>(engine);
   if (analysis == nullptr || path == nullptr || statements == nullptr) return RUN_SWF_OPEN_FAILED;
+  // Whatever part of the file could be listed is replayed; a listing failure
+  // outranks the replay's own code.
   std::vector<std::string> lines;
-  analysis->deAssembler.SWFDeAssemblerMain(path, lines);
-  return static_cast<RunResult>(analysis->deCompiler.SWFDeCompilerMain(lines, *statements));
+  RunResult listed = analysis->deAssembler.SWFDeAssemblerMain(path, lines);
+  RunResult replayed = static_cast<RunResult>(analysis->deCompiler.SWFDeCompilerMain(lines, *statements));
+  return listed != RUN_SUCCESS ? listed : replayed;
 }

@@ -46,6 +46,13 @@ TEST(Tool, ExitStatusFollowsTheEngineCode) {
     DatabaseFile database = missing ? DatabaseFile::Missing() : DatabaseFile("<NotTheRoot/>");
     EXPECT_EQ(RunTool(app.path()).status, 2) << (missing ? "missing database" : "database without root");
   }
+  // A SWF file that cannot be read is an error, not an empty listing.
+  for (const char* option : {"--listing ", "--statements "}) {
+    ToolRun run = RunTool(option + app.file("www/index.html"));
+    EXPECT_EQ(run.status, 2) << option;
+    EXPECT_EQ(run.out, "") << option;
+    EXPECT_NE(run.err.find("returned 1022"), std::string::npos) << option << run.err;
+  }
 }
 
 }  // namespace
