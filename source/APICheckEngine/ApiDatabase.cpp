@@ -1,5 +1,5 @@
 // The Init stage and the documented-API database.
-#include <cassert>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
@@ -14,6 +14,15 @@ namespace FlashEngine_1_00 {
 
 namespace {
 
+// The line-end pass checks its invariants in every build; a broken one ends
+// the process with the usual assertion message.
+void checkInvariant(bool holds, const char* text, unsigned line) {
+  if (holds) return;
+  fprintf(stderr, "%s: %s:%u: %s: Assertion `%s' failed.\n", program_invocation_short_name,
+          "APICheckEngine/APIAnalysis", line, "swfloadWhiteAPIInfo", text);
+  abort();
+}
+
 // Turns every CR LF pair and every lone CR of the zero-terminated buffer into
 // one LF, in place. Returns the new length, or -1 when the write cursor would
 // leave the buffer.
@@ -21,9 +30,9 @@ long normaliseLineEnds(char* dbBuff, long ftellLen) {
   char* p = dbBuff;
   char* q = dbBuff;
   while (*p != '\0') {
-    assert(p < (dbBuff + ftellLen));
-    assert(q <= (dbBuff + ftellLen));
-    assert(q <= p);
+    checkInvariant(p < (dbBuff + ftellLen), "p < (dbBuff+ftellLen)", __LINE__);
+    checkInvariant(q <= (dbBuff + ftellLen), "q <= (dbBuff+ftellLen)", __LINE__);
+    checkInvariant(q <= p, "q <= p", __LINE__);
     if (*p == '\r') {
       *q++ = '\n';
       if (p[1] == '\n') ++p;

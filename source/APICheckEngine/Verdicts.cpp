@@ -35,7 +35,7 @@ RunResult APIAnalysis::DetermineAPISecurity(std::vector<std::string*>& results, 
 
   std::vector<std::string> pieces;
   stringUtil.stringTokenizer("#", *call->expression, pieces);
-  if (pieces.size() < 2 || pieces[1].empty()) return RUN_SUCCESS;
+  if (pieces.size() < 2) return RUN_SUCCESS;
   const std::string& callText = pieces[1];
 
   std::string method;
