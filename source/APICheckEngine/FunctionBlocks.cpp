@@ -3,9 +3,11 @@
 // Each `function` keyword gives a block that starts up to 100 bytes before it
 // and ends where the braces after its parameter list balance; the function
 // pattern then finds the headers in the block, and each header's body runs
-// to the brace that balances it. Brace balance is answered from an index of
-// brace levels built once per text, so unbalanced keywords cost no rescan.
+// to the brace that balances it. Brace balance is answered from a small index
+// of brace levels per 128-byte chunk, built once per text, so unbalanced
+// keywords cost no rescan and the index stays a fraction of the text's size.
 #include <algorithm>
+#include <climits>
 #include <cstring>
 
 #include "APICheckEngine/SourceScan.h"
@@ -23,54 +25,120 @@ const char* const kFunctionForm =
 const char kKeyword[] = "function";
 constexpr size_t kKeywordLength = sizeof(kKeyword) - 1;
 
-bool firstAfter(const std::vector<size_t>& positions, size_t after, size_t* found) {
-  auto it = std::upper_bound(positions.begin(), positions.end(), after);
-  if (it == positions.end()) return false;
-  *found = *it;
-  return true;
-}
+int braceStep(char c) { return c == '{' ? 1 : (c == '}' ? -1 : 0); }
+
+// The first `c` after a position, for positions asked in increasing order:
+// each answer is kept while it still lies ahead, so the text is read once.
+class NextByte {
+ public:
+  NextByte(const char* text, size_t length, char c) : text_(text), length_(length), c_(c) {}
+  bool after(size_t position, size_t* found) {
+    if (!known_ || at_ <= position) {
+      if (position + 1 >= length_) return false;
+      const void* hit = std::memchr(text_ + position + 1, c_, length_ - position - 1);
+      if (hit == nullptr) return false;
+      at_ = static_cast<size_t>(static_cast<const char*>(hit) - text_);
+      known_ = true;
+    }
+    *found = at_;
+    return true;
+  }
+
+ private:
+  const char* text_;
+  size_t length_;
+  char c_;
+  bool known_ = false;
+  size_t at_ = 0;
+};
 
 }  // namespace
 
-FunctionBlockCutter::FunctionBlockCutter(const char* text, size_t length) : text_(text), length_(length) {
+FunctionBlockCutter::FunctionBlockCutter(const char* text, size_t length)
+    : text_(text), length_(length), chunks_(length / kChunk + 1), levelAtChunk_(chunks_) {
+  leaves_ = 1;
+  while (leaves_ < chunks_) leaves_ *= 2;
+  lowest_.assign(2 * leaves_, INT64_MAX);
+  highest_.assign(2 * leaves_, INT64_MIN);
   int64_t level = 0;
-  for (size_t i = 0; i < length; ++i) {
-    switch (text[i]) {
-      case '(':
-        openParens_.push_back(i);
-        break;
-      case ')':
-        closeParens_.push_back(i);
-        break;
-      case '{':
-      case '}':
-        level += (text[i] == '{') ? 1 : -1;
-        bracePositions_.push_back(i);
-        braceLevelAfter_.push_back(level);
-        byLevel_.emplace_back(level, i);
-        break;
-      default:
-        break;
+  for (size_t chunk = 0; chunk < chunks_; ++chunk) {
+    levelAtChunk_[chunk] = level;
+    const size_t end = std::min(length, (chunk + 1) * kChunk);
+    for (size_t i = chunk * kChunk; i < end; ++i) {
+      const int step = braceStep(text[i]);
+      if (step == 0) continue;
+      level += step;
+      lowest_[leaves_ + chunk] = std::min(lowest_[leaves_ + chunk], level);
+      highest_[leaves_ + chunk] = std::max(highest_[leaves_ + chunk], level);
     }
   }
-  std::sort(byLevel_.begin(), byLevel_.end());
+  for (size_t node = leaves_ - 1; node > 0; --node) {
+    lowest_[node] = std::min(lowest_[2 * node], lowest_[2 * node + 1]);
+    highest_[node] = std::max(highest_[2 * node], highest_[2 * node + 1]);
+  }
 }
 
 int64_t FunctionBlockCutter::levelBefore(size_t position) const {
-  auto it = std::lower_bound(bracePositions_.begin(), bracePositions_.end(), position);
-  if (it == bracePositions_.begin()) return 0;
-  return braceLevelAfter_[static_cast<size_t>(it - bracePositions_.begin()) - 1];
+  const size_t chunk = std::min(position / kChunk, chunks_ - 1);
+  int64_t level = levelAtChunk_[chunk];
+  for (size_t i = chunk * kChunk; i < position && i < length_; ++i) level += braceStep(text_[i]);
+  return level;
+}
+
+template <typename Holds>
+size_t FunctionBlockCutter::firstChunk(size_t chunk, Holds holds) const {
+  if (chunk >= chunks_) return kNone;
+  // Climb from the leaf while the part of the tree to the right of the path
+  // cannot hold an answer, then descend to the leftmost leaf that does.
+  size_t node = leaves_ + chunk;
+  while (!holds(lowest_[node], highest_[node])) {
+    while (node & 1) {  // a right child: its right neighbours are all done
+      node >>= 1;
+      if (node == 0) return kNone;
+    }
+    ++node;  // the next subtree to the right
+  }
+  while (node < leaves_) {
+    node *= 2;
+    if (!holds(lowest_[node], highest_[node])) ++node;
+  }
+  const size_t found = node - leaves_;
+  return found < chunks_ ? found : kNone;
 }
 
 // Counting `{` and `}` from `from`, both counts are first positive and equal
 // at the first brace after which the level is back where it was before
 // `from`: the first brace moves the level away, so a return needs both kinds.
+// The level moves one step per brace, so a chunk entered above the starting
+// level holds the return exactly when its lowest level reaches it (below:
+// when its highest does); chunks that cannot hold it are skipped.
 bool FunctionBlockCutter::firstReturn(size_t from, size_t* at) const {
-  int64_t base = levelBefore(from);
-  auto it = std::lower_bound(byLevel_.begin(), byLevel_.end(), std::make_pair(base, from));
-  if (it == byLevel_.end() || it->first != base) return false;
-  *at = it->second;
-  return true;
+  const int64_t base = levelBefore(from);
+  int64_t level = base;
+  size_t chunk = std::min(from / kChunk, chunks_ - 1);
+  size_t i = from;
+  for (;;) {
+    const size_t end = std::min(length_, (chunk + 1) * kChunk);
+    for (; i < end; ++i) {
+      const int step = braceStep(text_[i]);
+      if (step == 0) continue;
+      level += step;
+      if (level == base) {
+        *at = i;
+        return true;
+      }
+    }
+    if (level > base) {
+      chunk = firstChunk(chunk + 1, [base](int64_t low, int64_t) { return low <= base; });
+    } else if (level < base) {
+      chunk = firstChunk(chunk + 1, [base](int64_t, int64_t high) { return high >= base; });
+    } else {  // no brace yet: the next chunk that has one
+      chunk = firstChunk(chunk + 1, [](int64_t low, int64_t high) { return low <= high; });
+    }
+    if (chunk == kNone) return false;
+    i = chunk * kChunk;
+    level = levelAtChunk_[chunk];
+  }
 }
 
 bool FunctionBlockCutter::bodyEnd(size_t from, size_t limit, size_t* last) const {
@@ -82,6 +150,7 @@ bool FunctionBlockCutter::bodyEnd(size_t from, size_t limit, size_t* last) const
 
 void FunctionBlockCutter::forEachBlock(const std::function<bool(const Block&)>& visit) const {
   if (length_ < kKeywordLength) return;
+  NextByte nextOpen(text_, length_, '('), nextClose(text_, length_, ')');
   for (size_t p = 0; p + kKeywordLength <= length_; ++p) {
     const void* hit = std::memchr(text_ + p, kKeyword[0], length_ - kKeywordLength + 1 - p);
     if (hit == nullptr) break;
@@ -90,21 +159,12 @@ void FunctionBlockCutter::forEachBlock(const std::function<bool(const Block&)>& 
     // Braces count only once both a `(` and a `)` have been seen after p.
     size_t open = 0;
     size_t close = 0;
-    if (!firstAfter(openParens_, p, &open) || !firstAfter(closeParens_, p, &close)) continue;
+    if (!nextOpen.after(p, &open) || !nextClose.after(p, &close)) continue;
     size_t end = 0;
     if (!firstReturn(std::max(open, close) + 1, &end)) continue;
     size_t first = (p > kBlockLookBack) ? p - kBlockLookBack : 0;
     if (!visit(Block{first, end})) return;
   }
-}
-
-std::vector<Block> FunctionBlockCutter::blocks() const {
-  std::vector<Block> out;
-  forEachBlock([&](const Block& block) {
-    out.push_back(block);
-    return true;
-  });
-  return out;
 }
 
 void collectFunctionBlocks(const char* text, size_t length, const std::string& path,

@@ -66,7 +66,7 @@ void forEachTag(Pattern& tagForm, const char* text, Fn fn) {
     }
     const char* begin = nullptr;
     const char* end = nullptr;
-    if (!tagForm.search(text + at, &begin, &end)) return;
+    if (!tagForm.searchRange(text + at, text + length, &begin, &end)) return;
     fn(begin, end);
     size_t next = static_cast<size_t>(end - text);
     cursor = next > at ? next : at + 1;

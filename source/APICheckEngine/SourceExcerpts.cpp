@@ -63,12 +63,24 @@ std::vector<std::string> allMatches(const std::string& patternText, const std::s
 void forEachExcerpt(const char* text, size_t length, const std::function<void(const Excerpt&)>& visit) {
   if (length < 9) return;
   const unsigned char* t = reinterpret_cast<const unsigned char*>(text);
-  // Blank positions, for the extension to the next blank.
-  std::vector<size_t> blanks;
-  for (size_t i = 0; i < length; ++i) {
-    if (isBlank(text[i])) blanks.push_back(i);
-  }
   const size_t last = length - 1;
+  // The first blank at or after `from`, or `last` when there is none before
+  // it. The answer for the last position asked is kept: every blank-free
+  // stretch is read once, whichever way the positions asked move.
+  size_t askedFrom = length;
+  size_t answer = last;
+  auto nextBlank = [&](size_t from) {
+    if (from < askedFrom) {
+      size_t i = from;
+      while (i < askedFrom && i < last && !isBlank(text[i])) ++i;
+      if (i < askedFrom) answer = i;
+    } else if (from > answer) {
+      const void* hit = std::memchr(text + from, ' ', last - from);
+      answer = hit ? static_cast<size_t>(static_cast<const char*>(hit) - text) : last;
+    }
+    askedFrom = from;
+    return answer;
+  };
   bool seenBlank = false;
   size_t nearestBlank = 0;
   for (size_t k = 0; k + 8 < length; ++k) {
@@ -81,10 +93,7 @@ void forEachExcerpt(const char* text, size_t length, const std::function<void(co
     size_t width = std::min(length - k - 1, kExcerptWidth);
     // first + width <= last here; extend until a blank or the last byte.
     size_t reach = first + width;
-    if (!isBlank(text[reach]) && reach < last) {
-      auto next = std::lower_bound(blanks.begin(), blanks.end(), reach);
-      reach = (next == blanks.end()) ? last : std::min(*next, last);
-    }
+    if (!isBlank(text[reach]) && reach < last) reach = nextBlank(reach);
     visit(Excerpt{first, reach - first});
   }
 }

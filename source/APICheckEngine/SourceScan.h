@@ -50,7 +50,6 @@ class FunctionBlockCutter {
 
   // Calls `visit` with each block in keyword order until it returns false.
   void forEachBlock(const std::function<bool(const Block&)>& visit) const;
-  std::vector<Block> blocks() const;
 
   // The last byte of the body that starts at `from` when its braces balance
   // at or before `limit`; false otherwise.
@@ -61,14 +60,24 @@ class FunctionBlockCutter {
   // level that holds just before `from`.
   bool firstReturn(size_t from, size_t* at) const;
   int64_t levelBefore(size_t position) const;
+  // First text chunk at or after `chunk` whose brace levels satisfy `holds`
+  // (given the lowest and highest level after a brace in it), or kNone.
+  template <typename Holds>
+  size_t firstChunk(size_t chunk, Holds holds) const;
+
+  static constexpr size_t kChunk = 128;  // text bytes per chunk
+  static constexpr size_t kNone = static_cast<size_t>(-1);
 
   const char* text_;
   size_t length_;
-  std::vector<size_t> openParens_;
-  std::vector<size_t> closeParens_;
-  std::vector<size_t> bracePositions_;            // in text order
-  std::vector<int64_t> braceLevelAfter_;          // level after each brace
-  std::vector<std::pair<int64_t, size_t>> byLevel_;  // (level after, position), sorted
+  size_t chunks_;                      // length_ / kChunk + 1
+  std::vector<int64_t> levelAtChunk_;  // level before each chunk's first byte
+  // A tree over the chunks (leaf i at leaves_ + i): lowest and highest level
+  // after any brace below each node; a chunk without braces holds an empty
+  // range (INT64_MAX, INT64_MIN).
+  size_t leaves_;
+  std::vector<int64_t> lowest_;
+  std::vector<int64_t> highest_;
 };
 
 // Appends a record (scope "Global", this path) for every match of the DOM

@@ -25,6 +25,15 @@ class Pattern {
     return search(text.c_str(), begin, end);
   }
 
+  // First match in [begin, limit), where `limit` is the end of the
+  // zero-terminated text that `begin` lies in: the same answer as search(begin)
+  // without measuring the text again.
+  bool searchRange(const char* begin, const char* limit, const char** matchBegin, const char** matchEnd) {
+    if (expression_ == nullptr) return false;
+    g_limitAddress = limit;  // what trex_search would record for this text
+    return trex_searchrange(expression_, begin, limit, matchBegin, matchEnd) != 0;
+  }
+
   // Group 0 of the first match, as a string; false when there is none.
   bool firstMatch(const char* text, std::string* whole) {
     const char* begin = nullptr;
@@ -47,13 +56,10 @@ class Pattern {
     if (expression_ == nullptr) return;
     const char* limit = text + std::strlen(text);
     const char* cursor = text;
-    // trex_search would measure the rest of the text again before every
-    // search; the end is known, and it is what trex_search would record.
-    g_limitAddress = limit;
     while (cursor < limit) {
       const char* begin = nullptr;
       const char* end = nullptr;
-      if (!trex_searchrange(expression_, cursor, limit, &begin, &end)) break;
+      if (!searchRange(cursor, limit, &begin, &end)) break;
       if (!fn(begin, end)) break;
       cursor = (end > cursor) ? end : cursor + 1;
     }
