@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/CallForms.h"
 #include "APICheckEngine/FirstOccurrences.h"
 #include "APICheckEngine/SourceLookup.h"
 #include "regex/Pattern.h"
@@ -24,16 +25,12 @@ const char kCallWithoutArguments[] = R"re(\s*\.\s*[\w\_]+\s*\([\s]*\))re";
 // The method name of the extension framework's generic call `Execute("Name")`.
 const char kExecuteCall[] = R"re(Execute\(\s*["']*[\w\s\_]*["']*)re";
 
-// An element look-up `("id")` followed by a member access.
-const char kLookUpOpen[] = R"re([\(][\s"']*)re";
+// After an element look-up's opening: the look-up closed, then a method call.
 const char kLookUpMethodCall[] = R"re([\s"']*[\)]\s*\.\s*[\w\d\_]+\s*\()re";
-const char kLookUpMember[] = R"re([\s"']*[\)]\s*\.)re";
 
 // Variables that hold the platform's common script helpers, not plug-ins.
 const char* const kCommonHelpers[] = {"Common.API.Plugin", "Common.API.Widget", "Common.API.TVKeyValue"};
 const size_t kHelperWindow = 50;
-
-const char kExtensionFramework[] = "MORVANE-NAVERTIX-KOB";
 
 bool contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
 
@@ -45,15 +42,6 @@ bool namesCommonHelper(const std::string& text, const std::string& name) {
     for (const char* helper : kCommonHelpers) {
       if (contains(window, helper)) return true;
     }
-  }
-  return false;
-}
-
-// True when the call text holds a built-in function name followed by "(".
-bool callsBuiltIn(const std::string& candidate) {
-  for (const char* builtIn : SystemFunctionPool) {
-    std::string call = std::string(builtIn) + "(";
-    if (candidate.find(call) != std::string::npos) return true;
   }
   return false;
 }
@@ -71,15 +59,21 @@ std::string searchIdentity(const SWFStateMentInfo* record, const std::string& te
   return identity;
 }
 
-// Group 0 of each successive match of the calls made on `name` in `source`;
-// none when the pattern does not compile.
+// Group 0 of each successive match of the calls made on `name` in `source`,
+// each text once, in the order of first appearance; none when the pattern
+// does not compile. A repeated call text would give the same record (its line
+// is that of the text's first occurrence) and the same verdict, and it can only
+// follow a documented one, so it would add nothing but memory: a source that
+// repeats one documented call a million times gives one record.
 std::vector<std::string> callsOn(CStringUtil& util, std::string name, const std::string& source) {
   name = util.customReplace(name, " ", "");
   Pattern calls(std::string("(") + kSeparatorBeforeName + name + kCallWithArguments + ")|(" + kSeparatorBeforeName +
                 name + kCallWithoutArguments + ")");
   std::vector<std::string> found;
+  std::unordered_set<std::string> seen;
   calls.forEachMatch(source.c_str(), [&](const char* begin, const char* end) {
-    found.emplace_back(begin, static_cast<size_t>(end - begin));
+    std::string call(begin, static_cast<size_t>(end - begin));
+    if (seen.insert(call).second) found.push_back(std::move(call));
     return true;
   });
   return found;
@@ -221,10 +215,10 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
       const char* memberEnd = nullptr;
       if (!member.search(candidate, nullptr, &memberEnd)) return true;
       std::string callText = candidate.substr(static_cast<size_t>(memberEnd - candidate.c_str()));
-      if (callsBuiltIn(candidate)) return true;
+      if (CallsSystemFunction(candidate)) return true;
 
       std::string* apiName = nullptr;
-      if (classId == kExtensionFramework || contains(callText, "Execute")) {
+      if (classId == kExtensionFrameworkClassId || contains(callText, "Execute")) {
         std::string dummy = "DummyObject." + callText + ")";
         dummy = stringUtil.customReplace(dummy, ")", "");
         dummy = stringUtil.customReplace(dummy, " ", "");

@@ -5,33 +5,22 @@
 #include <memory>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/CallForms.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
 namespace {
 
-const char* const kKobClassId = "MORVANE-NAVERTIX-KOB";
-
 // The variable name as a quoted or unquoted argument in parentheses, then a
-// dot (and, for the call, a method name).
-const char* const kOpening = "[\\(][\\s\"']*";
+// dot and a method name.
 const char* const kCallTail = "[\\s\"']*[\\)]\\s*\\.\\s*[\\w\\d\\_]+";
-const char* const kPrefixTail = "[\\s\"']*[\\)]\\s*\\.";
-
-bool callsBuiltIn(const std::string& apiText) {
-  for (const char* name : SystemFunctionPool) {
-    if (apiText.find(std::string(name) + "(") != std::string::npos) return true;
-  }
-  return false;
-}
 
 }  // namespace
 
 RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statements, std::string fileName) {
-  std::vector<std::string> calls(statements);
   std::unique_ptr<std::string> joined(new std::string());
-  for (const std::string& statement : calls) *joined += statement;
+  for (const std::string& statement : statements) *joined += statement;
 
   // Only the first declared object is ever looked for in the statements.
   std::string classId;
@@ -46,21 +35,21 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
   }
 
   // With no declared object the statements yield nothing.
-  const size_t walked = objectIdList.empty() ? 0 : calls.size();
+  const size_t walked = objectIdList.empty() ? 0 : statements.size();
   for (size_t i = 0; i < walked; ++i) {
-    const std::string& statement = calls[i];
-    Pattern call(kOpening + variableName + kCallTail);
+    const std::string& statement = statements[i];
+    Pattern call(kLookUpOpen + variableName + kCallTail);
     if (!call.search(statement)) continue;
-    Pattern prefix(kOpening + variableName + kPrefixTail);
+    Pattern prefix(kLookUpOpen + variableName + kLookUpMember);
     const char* prefixEnd = nullptr;
     if (!prefix.search(statement, nullptr, &prefixEnd) || prefixEnd == nullptr) continue;
     std::string apiText = statement.substr(static_cast<size_t>(prefixEnd - statement.c_str()));
-    if (callsBuiltIn(apiText)) continue;
+    if (CallsSystemFunction(apiText)) continue;
 
     std::string* apiName = nullptr;
     std::string dummyCall = "DummyObject." + apiText + "()";
     dummyCall = stringUtil.customReplace(dummyCall, ")", "");
-    if (classId == kKobClassId || apiText.find("Execute") != std::string::npos) {
+    if (classId == kExtensionFrameworkClassId || apiText.find("Execute") != std::string::npos) {
       apiName = new std::string(classId + "#" + findAPINameForKOBCase(&dummyCall));
     } else if (apiText.find(".Open") == std::string::npos) {
       apiName = new std::string(classId + "#" + dummyCall);

@@ -3,6 +3,7 @@
 // call, not a plug-in call. Order, repeated names and odd entries are part of
 // the table.
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/CallForms.h"
 #include "APICheckEngine/Visibility.h"
 
 extern "C" TARVO_EXPORT const char* const SystemFunctionPool[451] = {"AboutBox",
@@ -456,3 +457,14 @@ extern "C" TARVO_EXPORT const char* const SystemFunctionPool[451] = {"AboutBox",
                                                                      "WriteBlankLines",
                                                                      "WriteLine",
                                                                      "document.writeln"};
+
+namespace FlashEngine_1_00 {
+
+bool CallsSystemFunction(const std::string& text) {
+  for (const char* name : SystemFunctionPool) {
+    if (text.find(std::string(name) + "(") != std::string::npos) return true;
+  }
+  return false;
+}
+
+}  // namespace FlashEngine_1_00

@@ -41,18 +41,18 @@ void DeCompiler::showState(std::string) {
 }
 
 void DeCompiler::push(std::string entry) {
-  if (machineBytes + entry.size() > kMaxMachineBytes) {
+  if (machineBytes + entry.size() + kEntryOverhead > kMaxMachineBytes) {
     limitReached = true;
     return;
   }
-  machineBytes += entry.size();
+  machineBytes += entry.size() + kEntryOverhead;
   operandStack.push_back(std::move(entry));
 }
 
 std::string DeCompiler::pop() {
   std::string entry = std::move(operandStack.back());
   operandStack.pop_back();
-  machineBytes -= entry.size();
+  machineBytes -= entry.size() + kEntryOverhead;
   return entry;
 }
 
@@ -61,11 +61,11 @@ void DeCompiler::clearStack() {
 }
 
 void DeCompiler::appendStatement(const std::string& statement) {
-  if (limitReached || machineBytes + statement.size() > kMaxMachineBytes) {
+  if (limitReached || machineBytes + statement.size() + kEntryOverhead > kMaxMachineBytes) {
     limitReached = true;
     return;
   }
-  machineBytes += statement.size();
+  machineBytes += statement.size() + kEntryOverhead;
   statementList.push_back(statement);
 }
 

@@ -26,9 +26,12 @@ class DeCompiler {
   // Guards against listings that would make the machine's texts grow without
   // bound (doubling an entry by duplication and a two-argument call costs a
   // few records). A run that would pass either limit ends like a run whose
-  // time budget is spent: the statements made so far are returned.
+  // time budget is spent: the statements made so far are returned. Each stack
+  // entry and statement counts its text plus kEntryOverhead for the string
+  // that holds it, so a flood of empty entries is bounded too.
   static constexpr size_t kMaxTextBytes = 256u << 10;    // one built text
-  static constexpr size_t kMaxMachineBytes = 64u << 20;  // stack plus statements
+  static constexpr size_t kMaxMachineBytes = 16u << 20;  // stack plus statements
+  static constexpr size_t kEntryOverhead = 48;
 
   // Separates the fields of listing lines and of stack entries, and the key
   // from the value inside a field.

@@ -173,7 +173,7 @@ unsigned DeCompiler::SWFDeCompilerMain(std::vector<std::string>& listing, std::v
     const std::string& name = bareName(*header);
     std::vector<std::string> argumentLines;
     while (i < listing.size() && listing[i].find(name) != std::string::npos) argumentLines.push_back(listing[i++]);
-    (this->*(header->handler))(argumentLines);
+    (this->*(header->handler))(std::move(argumentLines));
   }
   statements = statementList;
   return 1000;

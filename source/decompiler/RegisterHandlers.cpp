@@ -1,12 +1,13 @@
 // Pushes, stack shuffles, the register file, the constant pool and function
 // definitions: the records that read their argument lines.
 #include "decompiler/DeCompiler.h"
+#include "swf/DeAssembler.h"
 
 namespace {
-const char* const kPreloadNames[] = {"this", "arguments", "super", "_root", "_parent", "_global"};
 
+// The names a function can have preloaded into registers (the lister's table).
 bool namesPreloadRegister(const std::string& value) {
-  for (const char* name : kPreloadNames) {
+  for (const char* name : arNames) {
     if (value.find(name) != std::string::npos) return true;
   }
   return false;

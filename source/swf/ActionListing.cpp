@@ -20,7 +20,7 @@ void DeAssembler::getActionBlock(const uint8_t* data, uint32_t length, std::vect
   block.origin = origin;
   uint32_t offset = 0;
   for (;;) {
-    if (TimeBudget::spent() || lines.size() >= maxListingLines) return;
+    if (TimeBudget::spent() || listingFull(lines)) return;
     if (block.isTarget(offset)) {
       lines.emplace_back("----EMPTY----");
       appendLine(lines, "%s#@x442#0x%x", "Label", origin + offset);

@@ -29,8 +29,11 @@ class DeAssembler {
   static constexpr int32_t kMaxListedRecords = 9999999;
   // A script block longer than this (or empty) is not listed.
   static constexpr uint32_t kMaxScriptBlockBytes = 9999999u;
-  // Lines the listing list may hold before no further record is listed.
-  static constexpr uint32_t kMaxListingLines = 16777216u;
+  // Bytes one file's listing may take before no further record is listed:
+  // each line counts its text plus kListingLineOverhead for the string that
+  // holds it.
+  static constexpr uint64_t kMaxListingBytes = uint64_t(64) << 20;
+  static constexpr uint64_t kListingLineOverhead = 48;
 
   DeAssembler();
   virtual ~DeAssembler();
@@ -65,7 +68,7 @@ class DeAssembler {
 
   // Guards against hostile files (see docs/design.md); tests lower them.
   uint64_t maxImageBytes;
-  uint32_t maxListingLines;
+  uint64_t maxListingBytes;
 
  private:
   RunResult walkTags(const uint8_t* data, int32_t& position, std::vector<std::string>& lines, int32_t total,
@@ -75,11 +78,15 @@ class DeAssembler {
                             std::vector<std::string>& lines, bool banners);
   void recordBranchTarget(ActionBlock& block, int64_t target);
   uint64_t imageLimit() const;
+  // True once this file's lines in `lines` take maxListingBytes.
+  bool listingFull(const std::vector<std::string>& lines);
 
   Util util;
   std::vector<uint32_t> branchTargets;  // kBranchTargetCapacity entries
   int32_t branchTargetCount;
   int32_t listedRecordCount;
+  size_t countedLines;    // lines of `lines` already counted in listingBytes
+  uint64_t listingBytes;  // of this file's lines
 };
 
 // DefineFunction2 register flags: the names that can be preloaded into

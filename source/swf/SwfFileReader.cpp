@@ -40,10 +40,12 @@ using FileHandle = std::unique_ptr<FILE, FileCloser>;
 
 DeAssembler::DeAssembler()
     : maxImageBytes(EngineConfig::kMaxInflatedSwfBytes),
-      maxListingLines(kMaxListingLines),
+      maxListingBytes(kMaxListingBytes),
       branchTargets(kBranchTargetCapacity, 0u),
       branchTargetCount(0),
-      listedRecordCount(0) {}
+      listedRecordCount(0),
+      countedLines(0),
+      listingBytes(0) {}
 
 DeAssembler::~DeAssembler() {}
 
@@ -54,6 +56,14 @@ void DeAssembler::CheckProcessingTime(std::string checkpoint) {}
 void DeAssembler::resetMemberVariable() {
   branchTargetCount = 0;
   listedRecordCount = 0;
+  countedLines = 0;
+  listingBytes = 0;
+}
+
+bool DeAssembler::listingFull(const std::vector<std::string>& lines) {
+  if (countedLines > lines.size()) countedLines = lines.size();  // another list than last time
+  for (; countedLines < lines.size(); ++countedLines) listingBytes += lines[countedLines].size() + kListingLineOverhead;
+  return listingBytes >= maxListingBytes;
 }
 
 std::string DeAssembler::getSWFHeader(FILE* file) {
@@ -77,6 +87,7 @@ RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::str
     return RUN_SWF_BUFFER_ALLOC_FAILED;
   }
   resetMemberVariable();
+  countedLines = lines.size();  // only this file's lines count
   std::string signature = getSWFHeader(file.get());
   ENGINE_LOG("SWFDeAssemblerMain", "[%s] [swfHeader] [%s]", "SWFDeAssemblerMain", signature.c_str());
   CheckProcessingTime(" ---->DeAssemble_AfterGetHeader");

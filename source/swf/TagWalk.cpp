@@ -64,7 +64,7 @@ RunResult DeAssembler::movieClipTagParse(const uint8_t* data, int32_t& position,
 RunResult DeAssembler::walkTags(const uint8_t* data, int32_t& position, std::vector<std::string>& lines,
                                 int32_t total, bool inSprite) {
   for (;;) {
-    if (TimeBudget::spent() || position >= total || lines.size() >= maxListingLines) return RUN_SUCCESS;
+    if (TimeBudget::spent() || position >= total || listingFull(lines)) return RUN_SUCCESS;
     uint32_t code = 0;
     uint32_t tagLength = 0;
     TagHeaderParsing(data, position, &code, &tagLength, total);

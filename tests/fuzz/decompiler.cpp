@@ -28,10 +28,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   machine->SWFDeCompilerMain(lines, statements);
   // The guards hold and their byte count matches what the machine holds.
   size_t held = 0;
-  for (const std::string& entry : machine->operandStack) held += entry.size();
+  for (const std::string& entry : machine->operandStack) held += entry.size() + DeCompiler::kEntryOverhead;
   for (const std::string& statement : statements) {
     if (statement.size() > DeCompiler::kMaxTextBytes) __builtin_trap();
-    held += statement.size();
+    held += statement.size() + DeCompiler::kEntryOverhead;
   }
   if (held != machine->machineBytes || held > DeCompiler::kMaxMachineBytes) __builtin_trap();
   return 0;

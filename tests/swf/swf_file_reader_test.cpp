@@ -141,9 +141,14 @@ TEST_F(ListingTest, ImagesAndListingsAreBoundedInSize) {
   EXPECT_EQ(code, RUN_SUCCESS);
 
   deAssembler.maxImageBytes = UINT64_MAX;
-  deAssembler.maxListingLines = 3;
+  // Listing stops once its lines, each with the string's overhead, fill the limit.
+  const Lines full = {kDoStart, "[ActionPlay]", "[ActionPlay]"};
+  deAssembler.maxListingBytes = 0;
+  for (const std::string& line : full) deAssembler.maxListingBytes += line.size() + DeAssembler::kListingLineOverhead;
   std::string busy = SwfWriter().doAction(ActionBuilder().raw("\x06\x06\x06\x06")).doAction(stop()).end().fws();
   EXPECT_EQ(listFile(busy), (Lines{kDoStart, "[ActionPlay]", "[ActionPlay]", kDoEnd}));
+  deAssembler.maxListingBytes += 1;
+  EXPECT_EQ(listFile(busy), (Lines{kDoStart, "[ActionPlay]", "[ActionPlay]", "[ActionPlay]", kDoEnd}));
 }
 
 TEST_F(ListingTest, BranchTargetsAreIdentifiedByTheirOffsetInTheFile) {

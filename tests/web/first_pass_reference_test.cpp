@@ -90,7 +90,9 @@ TEST(FirstPassIndexes, GiveThePlainReadingsAnswers) {
       size_t fast = 0, plain = 0;
       const bool found = cutter.bodyEnd(from, limit, &fast);
       ASSERT_EQ(found, plainBalance(text, from, limit, &plain)) << from << " " << limit;
-      if (found) ASSERT_EQ(fast, plain) << from << " " << limit;
+      if (found) {
+        ASSERT_EQ(fast, plain) << from << " " << limit;
+      }
     }
   }
 }
