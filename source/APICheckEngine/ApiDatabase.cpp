@@ -8,7 +8,7 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/EngineConfig.h"
 #include "APICheckEngine/EngineLog.h"
-#include "APICheckEngine/ListRelease.h"
+#include "APICheckEngine/RecordLists.h"
 
 namespace FlashEngine_1_00 {
 

@@ -7,6 +7,7 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/FirstOccurrences.h"
+#include "APICheckEngine/RecordLists.h"
 #include "APICheckEngine/SourceLookup.h"
 #include "regex/Pattern.h"
 
@@ -19,14 +20,6 @@ const char kDirectUseById[] = R"(\s*document\s*\.\s*getElementById\s*[(][\"'\s]*
 const char kDirectUseByDollar[] = R"(\s*[\$]\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.+)";
 // A (possibly dotted) name followed by "=": one assignment target.
 const char kAssignmentTarget[] = R"((([\w\_]+)[\.]*)*\s*(=))";
-
-SWFStateMentInfo* newRecord(const std::string& expression, const std::string& scope, const std::string& path) {
-  SWFStateMentInfo* record = new SWFStateMentInfo;
-  record->expression = new std::string(expression);
-  record->scope = scope;
-  record->filePath = path;
-  return record;
-}
 
 }  // namespace
 
@@ -54,7 +47,8 @@ RunResult APIAnalysis::FindDeclareListValidation() {
       Pattern symbolArgument(R"([\(][\s"']*)" + symbols[k] + R"([\s"']*[\)])");
       if (!symbolArgument.search(*access->expression)) continue;
       std::string klass = stringUtil.customReplace(classes[k], " ", "");
-      SWFStateMentInfo* record = newRecord(klass + "#" + *access->expression, "Global", access->filePath);
+      SWFStateMentInfo* record =
+          NewRecord(new std::string(klass + "#" + *access->expression), "Global", access->filePath);
       record->accessText = *access->expression;
       declareList.push_back(record);
       break;
@@ -68,7 +62,8 @@ RunResult APIAnalysis::FindDeclareListValidation() {
     if (n < 0 || static_cast<size_t>(n) >= objectTagList.size() || static_cast<size_t>(n) >= classes.size()) continue;
     std::string klass = stringUtil.customReplace(classes[static_cast<size_t>(n)], " ", "");
     for (size_t k = 0; k < symbols.size(); ++k) {
-      SWFStateMentInfo* record = newRecord(klass + "#" + *embeds->expression, "Global", embeds->filePath);
+      SWFStateMentInfo* record =
+          NewRecord(new std::string(klass + "#" + *embeds->expression), "Global", embeds->filePath);
       record->accessText = *embeds->expression;
       embedsDeclareList.push_back(record);
     }
@@ -111,7 +106,7 @@ RunResult APIAnalysis::FindObjectVariable() {
       variable = stringUtil.customReplace(variable, "=", "");
       if (variable.empty()) return true;
 
-      SWFStateMentInfo* binding = newRecord(klass + "#" + variable, "Func", declared->filePath);
+      SWFStateMentInfo* binding = NewRecord(new std::string(klass + "#" + variable), "Func", declared->filePath);
       if (variable.find("this.") != std::string::npos) {
         binding->scope = "Src";
       } else {

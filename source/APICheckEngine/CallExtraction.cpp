@@ -7,6 +7,7 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallForms.h"
 #include "APICheckEngine/FirstOccurrences.h"
+#include "APICheckEngine/RecordLists.h"
 #include "APICheckEngine/SourceLookup.h"
 #include "regex/Pattern.h"
 
@@ -98,11 +99,7 @@ RunResult reportCall(APIAnalysis& engine, const std::string& classId, std::strin
     apiText = new std::string(util.customReplace(plain, " ", ""));
   }
 
-  SWFStateMentInfo* call = new SWFStateMentInfo;
-  call->expression = apiText;
-  call->scope = "Src";
-  call->filePath = path;
-  call->line = line;
+  SWFStateMentInfo* call = NewRecord(apiText, "Src", path, line);
   engine.foundCallList.push_back(call);
   return engine.DetermineAPISecurity(engine.resultList, call);
 }
@@ -229,11 +226,9 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
         apiName = new std::string(stringUtil.customReplace(dummy, " ", ""));
       }
 
-      SWFStateMentInfo* call = new SWFStateMentInfo;
-      call->expression = apiName;
-      call->scope = "Src";
-      call->filePath = declared->filePath;
-      call->line = LineOfFirstOccurrence(paths.text(cleanedSourceList, declared->filePath), declared->accessText);
+      SWFStateMentInfo* call = NewRecord(
+          apiName, "Src", declared->filePath,
+          LineOfFirstOccurrence(paths.text(cleanedSourceList, declared->filePath), declared->accessText));
       foundCallList.push_back(call);
       result = DetermineAPISecurity(resultList, call);
       return result == RUN_SUCCESS;

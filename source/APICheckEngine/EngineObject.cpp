@@ -3,7 +3,7 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/EngineConfig.h"
 #include "APICheckEngine/EngineLog.h"
-#include "APICheckEngine/ListRelease.h"
+#include "APICheckEngine/RecordLists.h"
 #include "APICheckEngine/TimeBudget.h"
 
 namespace FlashEngine_1_00 {

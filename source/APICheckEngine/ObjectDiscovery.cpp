@@ -10,6 +10,7 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/EngineLog.h"
 #include "APICheckEngine/PluginClassIds.h"
+#include "APICheckEngine/RecordLists.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
@@ -79,14 +80,6 @@ struct ParameterUse {
   std::string parameter;
 };
 
-SWFStateMentInfo* newRecord(const std::string& expression, const char* scope, const std::string& path) {
-  SWFStateMentInfo* record = new SWFStateMentInfo;
-  record->expression = new std::string(expression);
-  record->scope = scope;
-  record->filePath = path;
-  return record;
-}
-
 // Base-10 value of [begin, end): leading white space and a sign accepted,
 // stops at the first other byte, saturates instead of overflowing.
 int decimalValue(const char* begin, const char* end) {
@@ -145,8 +138,8 @@ bool APIAnalysis::FindObjectTags(std::string* text, std::string* path) {
       std::string bareId = classId;
       bareId = stringUtil.customReplace(bareId, " ", "");
       std::string bareElement = stringUtil.customReplace(element, " ", "");
-      objectTagList.push_back(newRecord(bareId + "#" + bareElement, "Global", *path));
-      objectClassList.push_back(newRecord(bareId, "Global", *path));
+      objectTagList.push_back(NewRecord(new std::string(bareId + "#" + bareElement), "Global", *path));
+      objectClassList.push_back(NewRecord(new std::string(bareId), "Global", *path));
       break;
     }
     element.clear();
@@ -241,7 +234,7 @@ RunResult APIAnalysis::FindObjectID() {
     symbol = stringUtil.customReplace(symbol, " ", "");
 
     std::string key = classId + "#" + symbol;
-    if (known.insert(key).second) objectIdList.push_back(newRecord(key, "Global", tag->filePath));
+    if (known.insert(key).second) objectIdList.push_back(NewRecord(new std::string(key), "Global", tag->filePath));
 
     // Calls that pass the symbol to a function defined in the sources make
     // the formal parameter at that position a further name of the plug-in.
@@ -255,7 +248,7 @@ RunResult APIAnalysis::FindObjectID() {
       std::string aliasKey = classId + "#" + use.parameter;
       if (!known.insert(aliasKey).second) continue;
       ENGINE_LOG("FindObjectID", "[%s] VariationSymbol [%s]\t", "FindObjectID", use.parameter.c_str());
-      objectIdList.push_back(newRecord(aliasKey, "", *worthfulPathList[use.source]));
+      objectIdList.push_back(NewRecord(new std::string(aliasKey), "", *worthfulPathList[use.source]));
     }
   }
   return RUN_SUCCESS;

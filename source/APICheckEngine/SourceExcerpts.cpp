@@ -6,6 +6,7 @@
 #include <cstring>
 #include <initializer_list>
 
+#include "APICheckEngine/RecordLists.h"
 #include "APICheckEngine/SourceScan.h"
 #include "regex/Pattern.h"
 
@@ -117,11 +118,7 @@ void collectAccessExpressions(const char* text, size_t length, const std::string
 
   auto append = [&](std::vector<SWFStateMentInfo*>& list, const std::string& expression) {
     if (made >= kMaxAccessRecordsPerFile) return;
-    SWFStateMentInfo* record = new SWFStateMentInfo;
-    record->expression = new std::string(expression);
-    record->scope = "Global";
-    record->filePath = path;
-    list.push_back(record);
+    list.push_back(NewRecord(new std::string(expression), "Global", path));
     ++made;
   };
 

@@ -6,6 +6,7 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallForms.h"
+#include "APICheckEngine/RecordLists.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
@@ -55,11 +56,7 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
       apiName = new std::string(classId + "#" + dummyCall);
     }
 
-    SWFStateMentInfo* record = new SWFStateMentInfo();
-    record->expression = apiName;
-    record->scope = "Global";
-    record->filePath = fileName;
-    record->line = 0;
+    SWFStateMentInfo* record = NewRecord(apiName, "Global", fileName);
     swfCallList.push_back(record);
     RunResult r = DetermineAPISecurity(resultList, record);
     if (r != RUN_SUCCESS) return r;

@@ -1,5 +1,5 @@
-// Releasing the contents of the engine's lists: owned strings, records with
-// their owned expression, function blocks with their owned body.
+// Making and releasing the entries of the engine's lists: owned strings,
+// records with their owned expression, function blocks with their owned body.
 #pragma once
 
 #include <string>
@@ -15,6 +15,17 @@ inline void ReleaseStrings(std::vector<std::string*>& list) {
     delete list.back();
     list.pop_back();
   }
+}
+
+// A record that owns `expression` (null for a call that is not judged).
+inline SWFStateMentInfo* NewRecord(std::string* expression, const std::string& scope, const std::string& path,
+                                   int32_t line = 0) {
+  SWFStateMentInfo* record = new SWFStateMentInfo;
+  record->expression = expression;
+  record->scope = scope;
+  record->filePath = path;
+  record->line = line;
+  return record;
 }
 
 inline void ReleaseRecords(std::vector<SWFStateMentInfo*>& list) {
