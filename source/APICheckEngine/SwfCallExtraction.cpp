@@ -37,11 +37,11 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
 
   // With no declared object the statements yield nothing.
   const size_t walked = objectIdList.empty() ? 0 : statements.size();
+  Pattern call(kLookUpOpen + variableName + kCallTail);
+  Pattern prefix(kLookUpOpen + variableName + kLookUpMember);
   for (size_t i = 0; i < walked; ++i) {
     const std::string& statement = statements[i];
-    Pattern call(kLookUpOpen + variableName + kCallTail);
     if (!call.search(statement)) continue;
-    Pattern prefix(kLookUpOpen + variableName + kLookUpMember);
     const char* prefixEnd = nullptr;
     if (!prefix.search(statement, nullptr, &prefixEnd) || prefixEnd == nullptr) continue;
     std::string apiText = statement.substr(static_cast<size_t>(prefixEnd - statement.c_str()));
