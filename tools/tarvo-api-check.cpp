@@ -17,7 +17,7 @@
 
 #include "APICheckEngine/Diagnostics.h"
 #include "APICheckEngine/EngineConfig.h"
-#include "APICheckEngine/HostInterface.h"
+#include "tarvo/HostInterface.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "APICheckEngine/HostInterface.h"
+#include "tarvo/HostInterface.h"
 #include "decompiler/DeCompiler.h"
 #include "strutil/CStringUtil.h"
 #include "swf/DeAssembler.h"
@@ -29,6 +29,13 @@ struct SWFStateMentInfo {
   int32_t line = 0;                   // 1-based
 };
 
+// Something the analysis could not examine in full, or did not examine at all.
+struct AnalysisNote {
+  std::string kind;   // "refused": the run answers 1030 rather than 1000
+  std::string cause;  // what stopped the examination, in the log's words
+  std::string path;   // the file, package or entry concerned
+};
+
 // A script function block of a web source.
 struct FlashFunctionInfo {
   std::string header;
@@ -41,6 +48,10 @@ class APIAnalysis : public IAppAnalysis {
   APIAnalysis();
   ~APIAnalysis() override;
   RunResult StartAnalysis(std::vector<std::string>* files) override;
+
+  // Records a part of the input left unexamined, with one log line; a run
+  // with a refusal never answers 1000 (see the driver).
+  void RefuseInput(const std::string& cause, const std::string& path);
 
   // Time budget and checkpoints.
   RunResult LimitProcessingTimeNResource();
@@ -125,6 +136,9 @@ class APIAnalysis : public IAppAnalysis {
   // Package expansion guards of the current analysis (see docs/design.md).
   int32_t expansionDepth = 0;
   uint64_t expansionBytes = 0;
+
+  // What the current analysis could not examine in full; emptied by StartAnalysis.
+  std::vector<AnalysisNote> noteList;
 };
 
 }  // namespace FlashEngine_1_00

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "APICheckEngine/HostInterface.h"
+#include "tarvo/HostInterface.h"
 
 extern "C" {
 // The listing lines of the SWF file at `path`, made by `engine`'s disassembler.

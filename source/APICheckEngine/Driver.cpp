@@ -9,8 +9,18 @@
 
 namespace FlashEngine_1_00 {
 
+namespace {
+bool HasRefusal(const std::vector<AnalysisNote>& notes) {
+  for (const AnalysisNote& note : notes) {
+    if (note.kind == "refused") return true;
+  }
+  return false;
+}
+}  // namespace
+
 RunResult APIAnalysis::StartAnalysis(std::vector<std::string>* files) {
   std::vector<std::string> workingFiles(files->begin(), files->end());
+  noteList.clear();
 
   addFilePathbyUnzipping(workingFiles);
   for (const std::string& path : extractedFileList) {
@@ -28,6 +38,8 @@ RunResult APIAnalysis::StartAnalysis(std::vector<std::string>* files) {
   } else {
     code = Finish(resultList);
   }
+  // Fail closed: an application that was not examined in full is never clean.
+  if (code == RUN_SUCCESS && HasRefusal(noteList)) code = RUN_INPUT_REFUSED;
 
   // Clean-up, whatever the code: the extracted files, then each extraction
   // directory with everything below it.
@@ -54,6 +66,11 @@ RunResult APIAnalysis::StartAnalysis(std::vector<std::string>* files) {
                "StartAnalysis", code);
   }
   return code;
+}
+
+void APIAnalysis::RefuseInput(const std::string& cause, const std::string& path) {
+  ENGINE_LOG("RefuseInput", " input refused [%s] : %s ", path.c_str(), cause.c_str());
+  noteList.push_back(AnalysisNote{"refused", cause, path});
 }
 
 RunResult APIAnalysis::Prepare(std::vector<std::string>* files) {

@@ -1,6 +1,6 @@
 #include "APICheckEngine/TimeBudget.h"
 
-#include "APICheckEngine/HostInterface.h"
+#include "tarvo/HostInterface.h"
 
 namespace TimeBudget {
 

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "regex/trex.h"
+#include "tarvo/trex.h"
 
 class Pattern {
  public:

@@ -11,7 +11,7 @@
 
 #include "APICheckEngine/Visibility.h"
 #include "regex/TrexInternal.h"
-#include "regex/trex.h"
+#include "tarvo/trex.h"
 
 extern "C" {
 TARVO_EXPORT TrexExpression* g_exp = nullptr;
@@ -115,7 +115,9 @@ int32_t parseClass(TrexExpression* e) {
   };
   // The item just read, held back while a '-' may still make it a range start.
   int32_t pending = kNone;
-  while (current(e) != ']' && current(e) != '\0') {
+  // Items are read until a ']' ends them; the terminator is read as an item
+  // too, and fails as a byte that is not printable ("letter expected").
+  while (current(e) != ']') {
     if (current(e) == '-' && pending != kNone) {
       ++e->cursor;
       if (current(e) == ']') fail(e, "unfinished range");
@@ -136,7 +138,6 @@ int32_t parseClass(TrexExpression* e) {
     }
   }
   if (pending != kNone) append(pending);
-  if (current(e) != ']') fail(e, "expected paren");
   ++e->cursor;
   e->nodes[classNode].left = head;
   return classNode;

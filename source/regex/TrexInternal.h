@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "regex/trex.h"
+#include "tarvo/trex.h"
 
 namespace trex {
 

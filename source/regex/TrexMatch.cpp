@@ -15,7 +15,7 @@
 
 #include "APICheckEngine/Visibility.h"
 #include "regex/TrexInternal.h"
-#include "regex/trex.h"
+#include "tarvo/trex.h"
 
 extern "C" {
 TARVO_EXPORT const char* g_limitAddress = nullptr;

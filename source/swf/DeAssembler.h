@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "APICheckEngine/HostInterface.h"
+#include "tarvo/HostInterface.h"
 #include "APICheckEngine/Visibility.h"
 #include "swf/Util.h"
 

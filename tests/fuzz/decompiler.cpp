@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "APICheckEngine/HostInterface.h"
+#include "tarvo/HostInterface.h"
 #include "APICheckEngine/TimeBudget.h"
 #include "decompiler/DeCompiler.h"
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "regex/TrexInternal.h"
-#include "regex/trex.h"
+#include "tarvo/trex.h"
 
 namespace {
 

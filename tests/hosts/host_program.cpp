@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "APICheckEngine/HostInterface.h"
+#include "tarvo/HostInterface.h"
 
 static int fail(const char* what) {
   fprintf(stderr, "host_program: %s\n", what);

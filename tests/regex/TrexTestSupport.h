@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "regex/trex.h"
+#include "tarvo/trex.h"
 
 struct Compiled {
   explicit Compiled(const std::string& pattern, const char** error = nullptr)

@@ -14,11 +14,13 @@ TEST(Dialect, CompileErrors) { expectMarks({
     {"a|", "", "error: letter expected"},
     {"a\xe9", "", "error: letter expected"},  // judged as an unsigned byte
     {"[a-\t]", "", "error: letter expected"},
+    {"[a", "", "error: letter expected"},  // a class that reaches the terminator
+    {"[^", "", "error: letter expected"},
+    {"[\\d", "", "error: letter expected"},
     {"a{1234567890}", "", "error: overflow in numeric constant"},
     {"a{123456789}", "", ""},  // compiles
     {"(?x)", "", "error: expected paren"},
     {"()", "", "error: expected paren"},  // the ')' is a literal, the group stays open
-    {"[a", "", "error: expected paren"},
     {"a{1,2", "", "error: expected paren"},
     {"[]", "", "error: empty class"},
     {"[a-]", "", "error: unfinished range"},

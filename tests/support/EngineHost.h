@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "APICheckEngine/HostInterface.h"
+#include "tarvo/HostInterface.h"
 #include "support/LogCapture.h"
 
 // Holds, for the life of the process, the lock that serialises every test

@@ -26,6 +26,10 @@ enum : RunResult {
   RUN_SWF_TAG_ALLOC_FAILED = 1025,
   RUN_SWF_BUFFER_ALLOC_FAILED = 1026,
   RUN_TIME_LIMIT = 1027,
+  // Part of the application could not be examined in full (a package entry
+  // that cannot be extracted whole, a limit of the engine reached) and no
+  // undocumented API use was found: the application must not pass.
+  RUN_INPUT_REFUSED = 1030,
 };
 
 // The host's analysis interface: exactly three virtual slots (complete
