@@ -7,6 +7,9 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
 
+echo "== test code against the code it tests"
+scripts/test-size.sh
+
 echo "== build and test (normal)"
 scripts/build.sh build -DTARVO_BUILD_TESTS=ON -DTARVO_BUILD_BENCHMARKS=ON
 ctest --test-dir build --output-on-failure -j "$(nproc)"
