@@ -24,7 +24,18 @@ namespace {
 const char* kEngineFile = "libtarvo-api-check-engine.so";
 bool g_verbose = false;
 
-enum ExitCode { kExitClean = 0, kExitFinding = 1, kExitEngineError = 2, kExitUsage = 64, kExitUnavailable = 69 };
+enum ExitCode {
+  kExitClean = 0,
+  kExitFinding = 1,
+  kExitEngineError = 2,
+  kExitRefused = 3,
+  kExitUsage = 64,
+  kExitUnavailable = 69
+};
+
+// The engine's refusal lines ("input refused [PATH] : CAUSE") of the run, for
+// the message that says why an application was not examined in full.
+std::vector<std::string> g_refusals;
 
 void printUsage(FILE* out) {
   fprintf(out,
@@ -42,7 +53,8 @@ void printUsage(FILE* out) {
           "  --statements FILE   print the call statements rebuilt from a SWF file\n"
           "\n"
           "Exit status: 0 no finding, 1 undocumented API used, 2 the engine reported\n"
-          "an error (database, SWF file), 64 usage error, 69 engine not loadable.\n");
+          "an error (database, SWF file), 3 the application could not be examined in\n"
+          "full (it is refused), 64 usage error, 69 engine not loadable.\n");
 }
 
 int usageError(const std::string& message) {
@@ -132,6 +144,8 @@ int exitCodeFor(RunResult code) {
       return kExitClean;
     case 1001:
       return kExitFinding;
+    case RUN_INPUT_REFUSED:
+      return kExitRefused;
     default:
       return kExitEngineError;
   }
@@ -161,8 +175,15 @@ int runSwfDiagnostic(Engine& engine, bool statements, const std::string& file) {
 
 // The engine's log lines arrive here.
 void Print_Log(const char* function, unsigned line, char* format, ...) {
-  if (!g_verbose) return;
   va_list args;
+  if (format != nullptr && strstr(format, " input refused [") != nullptr) {
+    char text[1024];
+    va_start(args, format);
+    vsnprintf(text, sizeof(text), format, args);
+    va_end(args);
+    g_refusals.emplace_back(text);
+  }
+  if (!g_verbose) return;
   va_start(args, format);
   fprintf(stderr, "[%s:%u] ", function ? function : "", line);
   vfprintf(stderr, format, args);
@@ -234,5 +255,12 @@ int main(int argc, char** argv) {
   fflush(stdout);
   engine.destoryInstance(instance);
   engine.destoryResultVector();
+  if (code == RUN_INPUT_REFUSED) {
+    fprintf(stderr, "tarvo-api-check: the application could not be examined in full:\n");
+    for (const std::string& refusal : g_refusals) {
+      size_t first = refusal.find_first_not_of(' '), last = refusal.find_last_not_of(' ');
+      fprintf(stderr, "  %s\n", refusal.substr(first, last - first + 1).c_str());
+    }
+  }
   return exitCodeFor(code);
 }

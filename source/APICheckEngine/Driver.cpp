@@ -101,7 +101,9 @@ RunResult APIAnalysis::APIAnalysisFromSWFMain(std::vector<std::string>* files) {
     std::vector<std::string> lines;
     std::vector<std::string> statements;
     deAssembler.SWFDeAssemblerMain(path, lines);
+    if (!deAssembler.cutCause.empty()) RefuseInput(deAssembler.cutCause, path);
     r = static_cast<RunResult>(deCompiler.SWFDeCompilerMain(lines, statements));
+    if (deCompiler.limitReached) RefuseInput("SWF replay beyond its memory limit", path);
     if (r == RUN_SUCCESS) r = FindAPIFunctionName4SWF(statements, path);
   }
 

@@ -41,6 +41,13 @@ TEST(Tool, ExitStatusFollowsTheEngineCode) {
     EXPECT_EQ(clean.out + clean.err, "");  // quiet without --verbose
     ToolRun verbose = RunTool("--verbose " + app.path());
     EXPECT_NE(verbose.err.find("Engine Version [140808_QX_1.30] "), std::string::npos) << verbose.err;
+    // A package that cannot be opened is refused, with its cause.
+    WriteFile(app.file("broken.zip"), std::string("PK\x03\x04") + " not a package");
+    ToolRun refused = RunTool(app.file("broken.zip"));
+    EXPECT_EQ(refused.status, 3);
+    EXPECT_EQ(refused.err, "tarvo-api-check: the application could not be examined in full:\n  input refused [" +
+                               app.file("broken.zip") + "] : not a readable zip package\n");
+    remove(app.file("broken.zip").c_str());
   }
   for (bool missing : {true, false}) {
     DatabaseFile database = missing ? DatabaseFile::Missing() : DatabaseFile("<NotTheRoot/>");
