@@ -16,8 +16,6 @@ option(TARVO_BUILD_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" ON
 option(TARVO_SANITIZE "Build everything with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(TARVO_FUZZ "Build the libFuzzer targets only (needs clang)" OFF)
 
-set(CMAKE_INSTALL_LIBDIR_DEFAULT "lib" CACHE STRING "Library install directory")
-
 add_compile_options(-Wall -Wextra -Wno-unused-parameter)
 # Large-file interfaces everywhere (a no-op on 64-bit platforms): on the 32-bit
 # target off_t, ino_t and directory offsets become 64 bits, so stat, readdir and
