@@ -1,7 +1,8 @@
-# Debian's packages: zlib1g-dev, libminizip-dev, libtinyxml-dev (see scripts/setup.sh).
+# Debian's packages: zlib1g-dev, libminizip-dev, libtinyxml-dev, nlohmann-json3-dev (see scripts/setup.sh).
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 find_package(ZLIB REQUIRED)
+find_package(nlohmann_json 3 REQUIRED)
 pkg_check_modules(MINIZIP REQUIRED IMPORTED_TARGET minizip)
 find_path(TINYXML_INCLUDE_DIR tinyxml.h REQUIRED)
 find_library(TINYXML_LIBRARY tinyxml REQUIRED)

@@ -17,6 +17,7 @@
 
 #include "APICheckEngine/EngineConfig.h"
 #include "EngineLibrary.h"
+#include "batch/Batch.h"
 #include "report/JsonReport.h"
 #include "report/SarifReport.h"
 
@@ -37,6 +38,7 @@ enum ExitCode {
 
 const char kUsage[] =
     "usage: tarvo-api-check [options] PATH...\n"
+    "       tarvo-api-check --batch [batch options] [options] PATH...\n"
     "       tarvo-api-check [--engine LIB] --listing FILE.swf\n"
     "       tarvo-api-check [--engine LIB] --statements FILE.swf\n"
     "       tarvo-api-check --help | --version\n"
@@ -53,6 +55,20 @@ const char kUsage[] =
     "  --engine LIB        engine library to load (default: next to this program)\n"
     "  --verbose           write the engine's log lines to standard error\n"
     "  --listing FILE      print the action listing of a SWF file\n"
+    "\n"
+    "Batch review: every package (a file given, or each package file below a\n"
+    "directory given) is analysed in a worker process of its own.\n"
+    "  --batch             review a catalogue; --format is jsonl (the default:\n"
+    "                      one object per package as it is done), sarif or text\n"
+    "  --jobs N            workers at a time (default 1)\n"
+    "  --from-list FILE    more paths, one per line\n"
+    "  --shard I/N         only the packages at positions I, I+N, ... of the\n"
+    "                      sorted list (I from 0)\n"
+    "  --time-limit S      wall-clock seconds per package (default 120)\n"
+    "  --cpu-limit S       CPU seconds per package (default 120)\n"
+    "  --memory-limit MIB  address space per worker (default 1024)\n"
+    "A batch exits with 0 when every package is clean, 1 when any uses an\n"
+    "undocumented API, 3 when any is refused or in error (and none is 1).\n"
     "  --statements FILE   print the call statements rebuilt from a SWF file\n"
     "\n"
     "Exit status: 0 no finding, 1 undocumented API used, 2 the engine reported\n"
@@ -200,7 +216,9 @@ void Print_Log(const char* function, unsigned line, char* format, ...) {
 int main(int argc, char** argv) {
   std::string enginePath, listingFile, statementsFile, format = "text", database, workDir;
   std::vector<std::string> inputs;
-  bool all = false, help = false, version = false;
+  bool all = false, help = false, version = false, batch = false;
+  BatchOptions batchOptions;
+  std::string shard;
 
   CLI::App app("tarvo-api-check");
   app.set_help_flag();
@@ -208,7 +226,14 @@ int main(int argc, char** argv) {
   app.add_flag("--version", version);
   app.add_flag("-v,--verbose", g_verbose);
   app.add_flag("--all", all);
-  app.add_option("--format", format)->check(CLI::IsMember({"text", "json", "sarif"}));
+  auto* formatOption = app.add_option("--format", format)->check(CLI::IsMember({"text", "json", "jsonl", "sarif"}));
+  app.add_flag("--batch", batch);
+  app.add_option("--jobs", batchOptions.jobs)->check(CLI::Range(1u, 256u));
+  app.add_option("--from-list", batchOptions.listFile);
+  app.add_option("--shard", shard);
+  app.add_option("--time-limit", batchOptions.timeLimitSeconds)->check(CLI::Range(1u, 86400u));
+  app.add_option("--cpu-limit", batchOptions.cpuLimitSeconds)->check(CLI::Range(1u, 86400u));
+  app.add_option("--memory-limit", batchOptions.memoryLimitMiB)->check(CLI::Range(16u, 1u << 20));
   app.add_option("--db", database);
   app.add_option("--work-dir", workDir);
   app.add_option("--engine", enginePath);
@@ -228,12 +253,30 @@ int main(int argc, char** argv) {
     printf("tarvo-api-check %s (engine %s)\n", EngineConfig::kProjectVersion, EngineConfig::kEngineVersion);
     return kExitClean;
   }
+  if (batch) {
+    if (listing->count() + statements->count() > 0) return usageError("--batch takes no --listing or --statements");
+    if (formatOption->count() == 0) format = "jsonl";
+    if (format == "json") return usageError("--batch writes jsonl, sarif or text");
+    if (!shard.empty()) {
+      unsigned index = 0, count = 0;
+      char rest = 0;
+      if (sscanf(shard.c_str(), "%u/%u%c", &index, &count, &rest) != 2 || count == 0 || index >= count) {
+        return usageError("--shard takes I/N with 0 <= I < N");
+      }
+      batchOptions.shardIndex = index;
+      batchOptions.shardCount = count;
+    }
+    if (inputs.empty() && batchOptions.listFile.empty()) return usageError("no path given");
+  } else if (format == "jsonl") {
+    return usageError("--format jsonl is for --batch");
+  }
   const bool swfDiagnostic = listing->count() + statements->count() > 0;
   if (swfDiagnostic && !inputs.empty()) return usageError("--listing and --statements take one file and no paths");
-  if (!swfDiagnostic && inputs.empty()) return usageError("no path given");
+  if (!swfDiagnostic && !batch && inputs.empty()) return usageError("no path given");
 
   std::vector<std::string> files;
   for (const std::string& input : inputs) {
+    if (batch) break;  // the batch finds its packages itself
     if (int status = expandInput(input, files)) return status;
   }
   if (!database.empty() && access(database.c_str(), R_OK) != 0) return noInput(database, strerror(errno));
@@ -249,6 +292,13 @@ int main(int argc, char** argv) {
   }
   EngineLibrary engine;
   if (!engine.load(enginePath)) return kExitUnavailable;
+  if (batch) {
+    batchOptions.paths = inputs;
+    batchOptions.format = format;
+    batchOptions.database = database.empty() ? "" : absolutePath(database);
+    batchOptions.reportAll = all;
+    return RunBatch(batchOptions, engine);
+  }
   if (swfDiagnostic) {
     return runSwfDiagnostic(engine, statements->count() > 0, statements->count() > 0 ? statementsFile : listingFile);
   }
