@@ -2,7 +2,6 @@
 // the engine library, runs one analysis over the given paths through the
 // documented analysis interface and reports the findings as finding lines,
 // JSON or SARIF.
-#include <dirent.h>
 #include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,6 +16,7 @@
 
 #include "APICheckEngine/EngineConfig.h"
 #include "EngineLibrary.h"
+#include "FileWalk.h"
 #include "batch/Batch.h"
 #include "report/JsonReport.h"
 #include "report/SarifReport.h"
@@ -104,28 +104,6 @@ std::string absolutePath(const std::string& path) {
   return std::string(cwd) + "/" + path;
 }
 
-// Appends the regular files below `dir`, in sorted order, depth first.
-void collectFiles(const std::string& dir, std::vector<std::string>& out) {
-  DIR* handle = opendir(dir.c_str());
-  if (handle == nullptr) return;
-  std::vector<std::string> names;
-  while (struct dirent* entry = readdir(handle)) {
-    if (strcmp(entry->d_name, ".") != 0 && strcmp(entry->d_name, "..") != 0) names.push_back(entry->d_name);
-  }
-  closedir(handle);
-  std::sort(names.begin(), names.end());
-  for (const std::string& name : names) {
-    std::string path = dir + "/" + name;
-    struct stat st;
-    if (lstat(path.c_str(), &st) != 0) continue;
-    if (S_ISDIR(st.st_mode)) {
-      collectFiles(path, out);
-    } else if (S_ISREG(st.st_mode)) {
-      out.push_back(path);
-    }
-  }
-}
-
 // The files an input path stands for, made absolute (the engine changes the
 // working directory); 0, or the exit status of a path that cannot be read.
 int expandInput(const std::string& input, std::vector<std::string>& files) {
@@ -134,7 +112,7 @@ int expandInput(const std::string& input, std::vector<std::string>& files) {
   if (stat(path.c_str(), &st) != 0) return noInput(input, strerror(errno));
   if (S_ISDIR(st.st_mode)) {
     if (access(path.c_str(), R_OK | X_OK) != 0) return noInput(input, strerror(errno));
-    collectFiles(path, files);
+    CollectFiles(path, files);
   } else {
     if (access(path.c_str(), R_OK) != 0) return noInput(input, strerror(errno));
     files.push_back(path);

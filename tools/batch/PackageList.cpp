@@ -1,6 +1,5 @@
 #include "batch/PackageList.h"
 
-#include <dirent.h>
 #include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,6 +11,7 @@
 #include <fstream>
 
 #include "APICheckEngine/PackageSignature.h"
+#include "FileWalk.h"
 
 namespace {
 
@@ -31,26 +31,6 @@ bool isPackage(const std::string& path) {
   return IsPackageSignature(head, got);
 }
 
-void walk(const std::string& dir, std::vector<std::string>& packages) {
-  DIR* handle = opendir(dir.c_str());
-  if (handle == nullptr) return;
-  std::vector<std::string> names;
-  while (struct dirent* entry = readdir(handle)) {
-    if (strcmp(entry->d_name, ".") != 0 && strcmp(entry->d_name, "..") != 0) names.push_back(entry->d_name);
-  }
-  closedir(handle);
-  for (const std::string& name : names) {
-    std::string path = dir + "/" + name;
-    struct stat st;
-    if (lstat(path.c_str(), &st) != 0) continue;
-    if (S_ISDIR(st.st_mode)) {
-      walk(path, packages);
-    } else if (S_ISREG(st.st_mode) && isPackage(path)) {
-      packages.push_back(path);
-    }
-  }
-}
-
 }  // namespace
 
 bool AddPackages(const std::string& path, std::vector<std::string>& packages) {
@@ -59,7 +39,11 @@ bool AddPackages(const std::string& path, std::vector<std::string>& packages) {
   if (stat(full.c_str(), &st) != 0) return false;
   if (S_ISDIR(st.st_mode)) {
     if (access(full.c_str(), R_OK | X_OK) != 0) return false;
-    walk(full, packages);
+    std::vector<std::string> files;
+    CollectFiles(full, files);
+    for (const std::string& file : files) {
+      if (isPackage(file)) packages.push_back(file);
+    }
   } else {
     if (access(full.c_str(), R_OK) != 0) return false;
     packages.push_back(full);  // given by name: analysed whatever it holds
