@@ -43,18 +43,6 @@ App.onLoad = function () {
      {"../js/app.js(7) : UndocumentedAPI 'SetBannerTimeout' used\n"},
      // index.html and js/app.js are scanned, the style sheet is not.
      {" additionally added path : [/tmp/0/app/www/index.html]", " WorthFul File [2] EA"}},
-    {"every binding is searched after a finding, and each finding is reported",
-     Object("pluginTuner", "TUNER") + Object("pluginEpg", "EPG"),
-     R"(App.onLoad = function () {
-    tuner=document.getElementById("pluginTuner");
-    tuner.TuneSecret(7);
-    epg=$("pluginEpg");
-    epg.GetProgramList();
-    epg.DumpGuide();
-};
-)",
-     {"../js/app.js(3) : UndocumentedAPI 'TuneSecret' used\n", "../js/app.js(6) : UndocumentedAPI 'DumpGuide' used\n"},
-     {}},
 };
 
 class WebApps : public ::testing::Test {
