@@ -52,7 +52,7 @@ if(TARVO_BUILD_TOOLS)
   install(FILES ${TARVO_DOC_SOURCES} DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/tarvo-api-check COMPONENT tool)
 endif()
 
-file(GLOB TARVO_PUBLIC_HEADERS ${PROJECT_SOURCE_DIR}/include/tarvo/*.h)
+file(GLOB TARVO_PUBLIC_HEADERS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/tarvo/*.h)
 install(FILES ${TARVO_PUBLIC_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tarvo COMPONENT dev)
 configure_file(packaging/tarvo-api-check-engine.pc.in ${CMAKE_BINARY_DIR}/packaging/tarvo-api-check-engine.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/packaging/tarvo-api-check-engine.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
@@ -125,7 +125,9 @@ set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${TARVO_PACKAGE_NAME} (= ${tarvo_deb_version})")
 set(CPACK_DEBIAN_DEV_DESCRIPTION "API check engine of the Tarvo TV platform (development files)
 Headers for programs that load the Tarvo API check engine: the host
-interface and the regular-expression operations, with a pkg-config file
+interface, the documented analysis interface (every finding with its file,
+line and plug-in; a work directory of its own) and the regular-expression
+operations, with a pkg-config file
 (tarvo-api-check-engine) and a CMake package (TarvoApiCheckEngine).")
 
 include(CPack)

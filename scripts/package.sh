@@ -31,6 +31,9 @@ else
   exit 64
 fi
 
+# Debian's hardening flags (fortified sources, stack protector, full RELRO).
+export CFLAGS="$(dpkg-buildflags --get CFLAGS)" CXXFLAGS="$(dpkg-buildflags --get CXXFLAGS)"
+export LDFLAGS="$(dpkg-buildflags --get LDFLAGS)"
 scripts/build.sh "$build" "${arch_args[@]}" -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
   -DTARVO_DB_CONFFILE=/etc/lumeric/APIAnalEngineDB.xml \
   -DTARVO_BUILD_TESTS=OFF -DTARVO_BUILD_BENCHMARKS=OFF -DTARVO_SANITIZE=OFF -DTARVO_FUZZ=OFF

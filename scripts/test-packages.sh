@@ -49,7 +49,14 @@ for name in "${names[@]}"; do dpkg -L "$name"; done | sort -u >"$work/files"
 dpkg -r "${names[@]}" >/dev/null
 conffile=/etc/lumeric/APIAnalEngineDB.xml
 while read -r path; do
-  [[ -d "$path" && ! -L "$path" ]] && continue  # directories shared with the system
+  if [[ -d "$path" && ! -L "$path" ]]; then
+    # Directories of our own go with the packages; shared ones stay.
+    case "$path" in
+      /usr/include/tarvo | */cmake/TarvoApiCheckEngine | /usr/share/doc/*tarvo-api-check*)
+        [[ ! -e "$path" ]] || fail "$path left behind" ;;
+    esac
+    continue
+  fi
   if [[ "$path" == "$conffile" ]]; then
     [[ -f "$path" ]] || fail "the configuration file $path went with the package"
   elif [[ -e "$path" || -L "$path" ]]; then

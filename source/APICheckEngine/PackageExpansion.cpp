@@ -9,7 +9,6 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/DirectoryWalk.h"
-#include "APICheckEngine/EngineConfig.h"
 #include "APICheckEngine/EngineLog.h"
 #include "APICheckEngine/PackageSignature.h"
 #include "unzip/UnzipJob.h"
@@ -78,13 +77,15 @@ class DepthScope {
 // Extracts one package found at the current nesting level, within the
 // analysis's limits, and expands the packages found inside it.
 void expandPackage(APIAnalysis& engine, const std::string& path) {
-  if (engine.expansionDepth >= EngineConfig::kMaxPackageDepth) {
+  if (engine.expansionDepth >= engine.config.maxPackageDepth) {
     ENGINE_LOG("addFilePathbyUnzipping", " [%s] package nesting limit [%d] reached, not expanded ", path.c_str(),
-               static_cast<int>(EngineConfig::kMaxPackageDepth));
-    engine.RefuseInput("packages nested more than " + std::to_string(EngineConfig::kMaxPackageDepth) + " deep", path);
+               static_cast<int>(engine.config.maxPackageDepth));
+    engine.RefuseInput("packages nested more than " + std::to_string(engine.config.maxPackageDepth) + " deep", path);
     return;
   }
   ExtractionBudget budget;
+  budget.maxBytes = engine.config.maxExtractedBytes;
+  budget.maxEntries = engine.config.maxPackageEntries;
   budget.bytesUsed = engine.expansionBytes;
   if (budget.bytesUsed >= budget.maxBytes || budget.maxBytes - budget.bytesUsed < kEntryCharge) {
     ENGINE_LOG("addFilePathbyUnzipping", " [%s] limit of [%llu] bytes reached, extraction stopped ", path.c_str(),
@@ -94,7 +95,7 @@ void expandPackage(APIAnalysis& engine, const std::string& path) {
   }
 
   char directory[kArgumentBufferSize];
-  snprintf(directory, sizeof(directory), EngineConfig::kExtractDirFormat, static_cast<int>(engine.extractionCounter));
+  snprintf(directory, sizeof(directory), engine.config.extractDirFormat.c_str(), static_cast<int>(engine.extractionCounter));
   ++engine.extractionCounter;
   mkdir(directory, 0755);  // an existing directory is used as it is
   if (!isOwnDirectory(directory)) {
@@ -109,6 +110,7 @@ void expandPackage(APIAnalysis& engine, const std::string& path) {
   if (!budget.refusal.empty()) engine.RefuseInput(budget.refusal, path);
   engine.expansionBytes = budget.bytesUsed;
   engine.extractedDirList.push_back(directory);
+  engine.extractionSources.emplace_back(directory, path);
 
   std::vector<std::string> found;
   engine.FindAppsFilesLocation(directory, found);

@@ -10,7 +10,6 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CommentStripping.h"
-#include "APICheckEngine/EngineConfig.h"
 #include "APICheckEngine/EngineLog.h"
 #include "APICheckEngine/SourceScan.h"
 #include "APICheckEngine/Visibility.h"
@@ -72,11 +71,11 @@ int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned)
   // real application comes near it.
   std::string content;
   struct stat status;
-  bool tooLarge = fstat(fileno(in), &status) == 0 && static_cast<uint64_t>(status.st_size) > EngineConfig::kMaxSourceFileBytes;
+  bool tooLarge = fstat(fileno(in), &status) == 0 && static_cast<uint64_t>(status.st_size) > config.maxSourceFileBytes;
   char chunk[65536];
   size_t got;
   while (!tooLarge && (got = fread(chunk, 1, sizeof(chunk), in)) > 0) {
-    if (got > EngineConfig::kMaxSourceFileBytes - content.size()) {
+    if (got > config.maxSourceFileBytes - content.size()) {
       tooLarge = true;
       break;
     }
@@ -84,7 +83,7 @@ int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned)
   }
   fclose(in);
   if (tooLarge) {
-    RefuseInput("web source larger than " + std::to_string(EngineConfig::kMaxSourceFileBytes) + " bytes", path);
+    RefuseInput("web source larger than " + std::to_string(config.maxSourceFileBytes) + " bytes", path);
     return 0;
   }
   // Everything from the first zero byte on is ignored.

@@ -177,6 +177,7 @@ int do_extract_currentfile(ExtractJob& job) {
       refuseRest(job, "entry name [" + std::string(name) + "] leaves the extraction directory");
       return UNZ_OK;
     case EntryPath::kNothing:
+      if (info.uncompressed_size > 0) refuseRest(job, "entry name [" + std::string(name) + "] names no file");
       return UNZ_OK;
     case EntryPath::kDirectory:
       makedir(job, path.joined().c_str());
@@ -186,6 +187,12 @@ int do_extract_currentfile(ExtractJob& job) {
   }
 
   const std::string entry(name);
+  // A second entry under a name already written would replace the first,
+  // which then goes unexamined.
+  if (!job.written.insert(path.joined()).second) {
+    refuseRest(job, "entry [" + entry + "] stored twice");
+    return UNZ_OK;
+  }
   if ((info.flag & 1u) != 0 && job.password == nullptr) {
     refuseRest(job, "entry [" + entry + "] is encrypted");
     return UNZ_OK;

@@ -21,7 +21,9 @@
 // many entries one job handles; reaching a limit stops that job with one log
 // line. A job that leaves any entry of its package unextracted says why in
 // the budget's `refusal`: a limit, a name that is absolute, has a ".."
-// component, holds a NUL byte or is longer than 255 bytes, an encrypted entry
+// component, holds a NUL byte or is longer than 255 bytes, a name stored twice
+// (the later entry would hide the earlier), content under a name that names
+// nothing, an encrypted entry
 // without a password, damaged data, a checksum mismatch, an unsupported
 // method, a write error, or a damaged package directory. It stops there.
 #pragma once
@@ -29,6 +31,7 @@
 #include <unzip.h>
 
 #include <cstdint>
+#include <set>
 #include <string>
 
 #include "APICheckEngine/EngineConfig.h"
@@ -64,6 +67,7 @@ struct ExtractJob {
   const char* password = nullptr;
   ExtractionBudget* budget = nullptr;
   bool stopped = false;  // a limit was reached: nothing more is written
+  std::set<std::string> written;  // files this job made, by path below the extraction directory
 };
 
 // Records why the job leaves the rest of its package unextracted (the first

@@ -115,6 +115,16 @@ const Case kCases[] = {
        return zip;
      },
      "bytes to extract", kWebFinding, RUN_INPUT_REFUSED},
+    {"the script stored twice, the harmless copy last",
+     [](bool hostile) {
+       return webApp(hostile ? std::vector<RawZipEntry>{{"app/www/js/app.js", kScript},
+                                                        {"app/www/js/app.js", "var nothing;"}}
+                             : std::vector<RawZipEntry>{});
+     },
+     "entry [app/www/js/app.js] stored twice", kWebFinding, RUN_INPUT_REFUSED},
+    {"content under a name that names nothing",
+     [](bool hostile) { return webApp(hostile ? std::vector<RawZipEntry>{{"./", kScript}} : std::vector<RawZipEntry>{}); },
+     "entry name [./] names no file", kWebFinding, RUN_INPUT_REFUSED},
     {"a package whose directory is damaged",
      [](bool hostile) {
        std::string zip = webApp();

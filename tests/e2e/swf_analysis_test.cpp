@@ -46,6 +46,9 @@ TEST_F(SwfAnalysis, UndocumentedCallInAPackagedMovieIsReported) {
       .write(dir.file("app.zip"));
   EngineHost::Run run = host.analyse({dir.file("app.zip")});
   EXPECT_EQ(run.code, RUN_UNDOCUMENTED_API);
+  EngineHost::Documented exact = host.analyseDocumented({dir.file("app.zip")}, false, dir.path());
+  EXPECT_EQ(exact.code, run.code);
+  EXPECT_EQ(exact.lines, run.results);
   // The documented call gives nothing; the first undocumented call ends the
   // movie's search.
   const std::vector<std::string> expected{"../movie.swf(0) : UndocumentedAPI 'SetSecretMode' used\n"};
