@@ -9,19 +9,10 @@
 #include "APICheckEngine/FirstOccurrences.h"
 #include "APICheckEngine/RecordLists.h"
 #include "APICheckEngine/SourceLookup.h"
+#include "APICheckEngine/PatternTexts.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
-
-namespace {
-
-// A look-up used directly: a member access right after the element look-up.
-const char kDirectUseById[] = R"(\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.+)";
-const char kDirectUseByDollar[] = R"(\s*[\$]\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.+)";
-// A (possibly dotted) name followed by "=": one assignment target.
-const char kAssignmentTarget[] = R"((([\w\_]+)[\.]*)*\s*(=))";
-
-}  // namespace
 
 RunResult APIAnalysis::FindDeclareListValidation() {
   // Plug-in symbols with their classes, kept parallel.
@@ -44,7 +35,7 @@ RunResult APIAnalysis::FindDeclareListValidation() {
   // symbol that matches decides the class.
   for (const SWFStateMentInfo* access : objectAccessList) {
     for (size_t k = 0; k < symbols.size(); ++k) {
-      Pattern symbolArgument(R"([\(][\s"']*)" + symbols[k] + R"([\s"']*[\)])");
+      Pattern symbolArgument(patterns::SymbolArgument(symbols[k]));
       if (!symbolArgument.search(*access->expression)) continue;
       std::string klass = stringUtil.customReplace(classes[k], " ", "");
       SWFStateMentInfo* record =
@@ -78,7 +69,7 @@ RunResult APIAnalysis::FindDeclareListValidation() {
 }
 
 RunResult APIAnalysis::FindObjectVariable() {
-  const std::string directUse = std::string("(") + kDirectUseById + ")|(" + kDirectUseByDollar + ")";
+  const std::string directUse = patterns::DirectUse();
   // Body of the last function block of a file that contains a look-up, per
   // (path, look-up): many records share both.
   std::map<std::pair<std::string, std::string>, const std::string*> enclosingBodies;
@@ -99,7 +90,7 @@ RunResult APIAnalysis::FindObjectVariable() {
 
     if (Pattern(directUse).search(expression)) continue;
 
-    Pattern assignment(kAssignmentTarget);
+    Pattern assignment(patterns::kAssignmentTarget);
     assignment.forEachMatch(expression.c_str(), [&](const char* begin, const char* end) {
       std::string variable(begin, static_cast<size_t>(end - begin));
       variable = stringUtil.customReplace(variable, " ", "");

@@ -9,25 +9,12 @@
 #include "APICheckEngine/FirstOccurrences.h"
 #include "APICheckEngine/RecordLists.h"
 #include "APICheckEngine/SourceLookup.h"
+#include "APICheckEngine/PatternTexts.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
 namespace {
-
-// A call `name.method(...)` needs one of these bytes (or white space) right
-// before the name, so that a longer identifier ending in the name is not taken.
-const char kSeparatorBeforeName[] = R"re([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])re";
-// `.method(` with a simple argument list, closed by `)`.
-const char kCallWithArguments[] = R"re(\s*\.\s*[\w\_]+\s*\([\[\.\]\d"',\s\w\_\(\)/]*\))re";
-// `.method()` with only blanks inside.
-const char kCallWithoutArguments[] = R"re(\s*\.\s*[\w\_]+\s*\([\s]*\))re";
-
-// The method name of the extension framework's generic call `Execute("Name")`.
-const char kExecuteCall[] = R"re(Execute\(\s*["']*[\w\s\_]*["']*)re";
-
-// After an element look-up's opening: the look-up closed, then a method call.
-const char kLookUpMethodCall[] = R"re([\s"']*[\)]\s*\.\s*[\w\d\_]+\s*\()re";
 
 // Variables that hold the platform's common script helpers, not plug-ins.
 const char* const kCommonHelpers[] = {"Common.API.Plugin", "Common.API.Widget", "Common.API.TVKeyValue"};
@@ -68,8 +55,7 @@ std::string searchIdentity(const SWFStateMentInfo* record, const std::string& te
 // repeats one documented call a million times gives one record.
 std::vector<std::string> callsOn(CStringUtil& util, std::string name, const std::string& source) {
   name = util.customReplace(name, " ", "");
-  Pattern calls(std::string("(") + kSeparatorBeforeName + name + kCallWithArguments + ")|(" + kSeparatorBeforeName +
-                name + kCallWithoutArguments + ")");
+  Pattern calls(patterns::CallsOn(name));
   std::vector<std::string> found;
   std::unordered_set<std::string> seen;
   calls.forEachMatch(source.c_str(), [&](const char* begin, const char* end) {
@@ -182,7 +168,7 @@ RunResult APIAnalysis::findAPIsFromPool(std::string classId, std::string name, s
 
 std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
   std::string name;
-  if (callText == nullptr || !Pattern(kExecuteCall).firstMatch(callText->c_str(), &name)) return std::string();
+  if (callText == nullptr || !Pattern(patterns::kExecuteCall).firstMatch(callText->c_str(), &name)) return std::string();
   // Single quotes stay: Execute('Play') is named 'Play'.
   for (const char* noise : {"\n", "Execute", " ", "(", "\""}) name = stringUtil.customReplace(name, noise, "");
   return name;
@@ -204,8 +190,8 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
     // The look-up's element part, pasted into the patterns as it stands.
     std::string id = pieces.size() >= 2 ? pieces[1] : std::string();
 
-    Pattern methodCall(kLookUpOpen + id + kLookUpMethodCall);
-    Pattern member(kLookUpOpen + id + kLookUpMember);
+    Pattern methodCall(patterns::LookUpMethodCall(id));
+    Pattern member(patterns::LookUpMember(id));
     RunResult result = RUN_SUCCESS;
     methodCall.forEachMatch(source->c_str(), [&](const char* begin, const char* end) {
       std::string candidate(begin, static_cast<size_t>(end - begin));

@@ -11,16 +11,13 @@
 #include <cstring>
 
 #include "APICheckEngine/SourceScan.h"
+#include "APICheckEngine/PatternTexts.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 namespace sourcescan {
 
 namespace {
-
-// `function name(a, b)` or `name : function (a)`.
-const char* const kFunctionForm =
-    R"PAT((function\s*[\w\_]*\s*\([\w\_"'\s,]*\))|([\w\_]+\s*[\:]\s*function\s*\([\w\_"'\s,]*\)))PAT";
 
 const char kKeyword[] = "function";
 constexpr size_t kKeywordLength = sizeof(kKeyword) - 1;
@@ -181,7 +178,7 @@ bool collectFunctionBlocks(const char* text, size_t length, const std::string& p
     }
     blockBytes += size;
     std::string blockText(text + block.first, size);
-    Pattern header(kFunctionForm);
+    Pattern header(patterns::kFunctionHeader);
     header.forEachMatch(blockText.c_str(), [&](const char* begin, const char* end) {
       size_t bodyFirst = block.first + static_cast<size_t>(end - blockText.c_str());
       size_t bodyLast = 0;

@@ -11,6 +11,7 @@
 #include "APICheckEngine/EngineLog.h"
 #include "APICheckEngine/PluginClassIds.h"
 #include "APICheckEngine/RecordLists.h"
+#include "APICheckEngine/PatternTexts.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
@@ -21,13 +22,6 @@ const char* const kNoId = "_NO_CLASSID_FOUND_";
 
 const char* const kTagSourceExtensions[] = {"html", "HTML", "htm", "HTM", "css", "CSS", "js", "JS", "xml", "XML"};
 
-// An id-like attribute with a double- or single-quoted value of word
-// characters and blanks (`id="tv"`, also `pid='a'`).
-const char* const kQuotedIdForms[] = {R"PAT(id\s*=\s*"[\w\s\_]*")PAT", R"PAT(id\s*=\s*'[\w\s\_]*')PAT"};
-
-// A call with the symbol among its arguments: kCallBefore + symbol + kCallAfter.
-const char* const kCallBefore = R"PAT([\w\d\_]+\s*\(\s*[\d\w\_"'\s,\.]*)PAT";
-const char* const kCallAfter = R"PAT(\s*[\d\w\_"'\s,\.]*\)\s*)PAT";
 
 bool isTagSource(const std::string& extension) {
   for (const char* entry : kTagSourceExtensions) {
@@ -106,7 +100,7 @@ RunResult APIAnalysis::FindObjectTagToken() {
 bool APIAnalysis::FindObjectTags(std::string* text, std::string* path) {
   if (text == nullptr || path == nullptr) return false;
   std::vector<std::string> classIds(pluginClassIdTable, pluginClassIdTable + kPluginClassIdCount);
-  Pattern tagForm("<.*>");
+  Pattern tagForm(patterns::kTag);
   if (!tagForm.compiled()) return false;
 
   // Each match is one tag; an element runs from the tag that opens an object
@@ -153,8 +147,8 @@ RunResult APIAnalysis::ObjectStartIDChecker(bool& hasStart, bool& hasEnd, std::s
   hasStart = false;
   hasEnd = false;
   if (text == nullptr) return RUN_SUCCESS;
-  hasStart = Pattern("<[Oo][Bb][Jj][Ee][Cc][Tt]").search(*text);
-  hasEnd = Pattern("[Oo][Bb][Jj][Ee][Cc][Tt]>").search(*text);
+  hasStart = Pattern(patterns::kObjectStart).search(*text);
+  hasEnd = Pattern(patterns::kObjectEnd).search(*text);
   return RUN_SUCCESS;
 }
 
@@ -164,7 +158,7 @@ std::string APIAnalysis::parseObjectID(std::string text) {
   // Only a single id-like attribute in the whole text counts; two or more
   // are ambiguous, so the search can stop at the second.
   std::vector<std::string> found;
-  for (const char* form : kQuotedIdForms) {
+  for (const char* form : patterns::kQuotedIdForms) {
     Pattern pattern(form);
     pattern.forEachMatch(text.c_str(), [&](const char* begin, const char* end) {
       found.emplace_back(begin, static_cast<size_t>(end - begin));
@@ -205,7 +199,7 @@ RunResult APIAnalysis::FindObjectID() {
   auto parametersReceiving = [&](const std::string& symbol) {
     std::vector<ParameterUse> uses;
     for (size_t j = 0; j < worthfulSourceList.size() && j < worthfulPathList.size(); ++j) {
-      Pattern call(std::string(kCallBefore) + symbol + kCallAfter);
+      Pattern call(patterns::CallWithArgument(symbol));
       call.forEachMatch(worthfulSourceList[j]->c_str(), [&](const char* begin, const char* end) {
         std::string callText(begin, static_cast<size_t>(end - begin));
         std::string called;

@@ -8,22 +8,13 @@
 
 #include "APICheckEngine/RecordLists.h"
 #include "APICheckEngine/SourceScan.h"
+#include "APICheckEngine/PatternTexts.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 namespace sourcescan {
 
 namespace {
-
-// `x = document.getElementById("id").Method("arg"` and the like.
-const char* const kGetElementByIdForm =
-    R"PAT((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)PAT";
-// `x = $("id").Method("arg"` and the like.
-const char* const kDollarForm =
-    R"PAT((([\w\_]+)[\.]*)*\s*=*\s*[\$]\s*[\_]*\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)PAT";
-// `x = document.embeds[n].Method("arg"` and the like.
-const char* const kEmbedsForm =
-    R"PAT((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*embeds\s*\[\s*[\d]*\s*\]\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)PAT";
 
 bool isBlank(char c) { return c == ' '; }
 
@@ -107,7 +98,7 @@ std::vector<Excerpt> findExcerpts(const std::string& text) {
 
 bool collectAccessExpressions(const char* text, size_t length, const std::string& path,
                               std::vector<SWFStateMentInfo*>& accessList, std::vector<SWFStateMentInfo*>& embedsList) {
-  const std::string domAccessForm = std::string("(") + kGetElementByIdForm + ")|(" + kDollarForm + ")";
+  const std::string domAccessForm = patterns::ElementAccessForm();
   size_t made = 0;
   // Hits in one word share their excerpt; the matches of an excerpt equal to
   // the previous one are reused instead of searched again.
@@ -131,7 +122,7 @@ bool collectAccessExpressions(const char* text, size_t length, const std::string
     if (!havePrevious || !(excerpt == previous)) {
       std::string subject(text + excerpt.first, excerpt.length);
       accessMatches = allMatches(domAccessForm, subject, {"getElementById", "$"});
-      embedsMatches = allMatches(kEmbedsForm, subject, {"embeds"});
+      embedsMatches = allMatches(patterns::kEmbedsForm, subject, {"embeds"});
       previous = excerpt;
       havePrevious = true;
     }

@@ -7,17 +7,10 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallForms.h"
 #include "APICheckEngine/RecordLists.h"
+#include "APICheckEngine/PatternTexts.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
-
-namespace {
-
-// The variable name as a quoted or unquoted argument in parentheses, then a
-// dot and a method name.
-const char* const kCallTail = "[\\s\"']*[\\)]\\s*\\.\\s*[\\w\\d\\_]+";
-
-}  // namespace
 
 RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statements, std::string fileName) {
   std::unique_ptr<std::string> joined(new std::string());
@@ -37,8 +30,8 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
 
   // With no declared object the statements yield nothing.
   const size_t walked = objectIdList.empty() ? 0 : statements.size();
-  Pattern call(kLookUpOpen + variableName + kCallTail);
-  Pattern prefix(kLookUpOpen + variableName + kLookUpMember);
+  Pattern call(patterns::LookUpMethodName(variableName));
+  Pattern prefix(patterns::LookUpMember(variableName));
   for (size_t i = 0; i < walked; ++i) {
     const std::string& statement = statements[i];
     if (!call.search(statement)) continue;

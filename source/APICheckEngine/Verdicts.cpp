@@ -4,15 +4,12 @@
 #include <cstdio>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/PatternTexts.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
 namespace {
-
-// A dot, optional blanks, a name, optional blanks, an opening parenthesis: the
-// leftmost such place in a call text names the method called.
-const char kMethodCallPattern[] = "[\\.]\\s*[\\w\\d\\_]+\\s*\\(";
 
 // Components from the fifth on (/tmp/<n>/app/www/js/main.js gives js/main.js),
 // so that a finding names the file as it stands inside the application.
@@ -53,7 +50,7 @@ RunResult APIAnalysis::DetermineAPISecurity(std::vector<std::string*>& results, 
   const std::string& callText = pieces[1];
 
   std::string method;
-  Pattern methodCall(kMethodCallPattern);
+  Pattern methodCall(patterns::kMethodCall);
   if (!methodCall.firstMatch(callText.c_str(), &method)) method = callText;
   // What the call is made on: the text before the method's dot.
   size_t methodAt = callText.find(method);

@@ -6,11 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "APICheckEngine/PatternTexts.h"
 #include "regex/Pattern.h"
 
 namespace {
-
-const std::string kSeparator = R"re([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])re";
 
 struct NamedPattern {
   const char* name;
@@ -18,21 +17,19 @@ struct NamedPattern {
 };
 
 const std::vector<NamedPattern>& patterns() {
+  using namespace ::patterns;
   static const std::vector<NamedPattern> all = {
-      {"api_name", R"re([\.]\s*[\w\d\_]+\s*\()re"},
-      {"dom_access",
-       R"re(((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)|((([\w\_]+)[\.]*)*\s*=*\s*[\$]\s*[\_]*\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*))re"},
-      {"embeds",
-       R"re((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*embeds\s*\[\s*[\d]*\s*\]\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)re"},
-      {"functions", R"re((function\s*[\w\_]*\s*\([\w\_"'\s,]*\))|([\w\_]+\s*[\:]\s*function\s*\([\w\_"'\s,]*\)))re"},
-      {"tags", "<.*>"},
-      {"element_id", R"re(id\s*=\s*"[\w\s\_]*")re"},
-      {"calls_on_tv", "(" + kSeparator + R"re(tv\s*\.\s*[\w\_]+\s*\([\[\.\]\d"',\s\w\_\(\)/]*\))re" + ")|(" + kSeparator +
-                          R"re(tv\s*\.\s*[\w\_]+\s*\([\s]*\))re" + ")"},
-      {"execute", R"re(Execute\(\s*[\"']*[\w\s\_]*[\"']*)re"},
-      {"lookup_call", R"re([\(][\s"']*tv[\s"']*[\)]\s*\.\s*[\w\d\_]+\s*\()re"},
-      {"assignment", R"re((([\w\_]+)[\.]*)*\s*(=))re"},
-      {"alias_call", R"re([\w\d\_]+\s*\(\s*[\d\w\_"'\s,\.]*tv\s*[\d\w\_"'\s,\.]*\)\s*)re"},
+      {"api_name", kMethodCall},
+      {"dom_access", ElementAccessForm()},
+      {"embeds", kEmbedsForm},
+      {"functions", kFunctionHeader},
+      {"tags", kTag},
+      {"element_id", kQuotedIdForms[0]},
+      {"calls_on_tv", CallsOn("tv")},
+      {"execute", kExecuteCall},
+      {"lookup_call", LookUpMethodCall("tv")},
+      {"assignment", kAssignmentTarget},
+      {"alias_call", CallWithArgument("tv")},
   };
   return all;
 }

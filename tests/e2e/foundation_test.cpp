@@ -35,9 +35,7 @@ TEST_F(Foundation, EmptyFileListRunsEveryStageAndPublishesAnEmptyResult) {
   EXPECT_TRUE(run.results.empty());
   EXPECT_EQ(run.resultFile, "");  // rewritten, not left as it was
   const std::string timing = "PrintProcessingTime";
-  EXPECT_TRUE(InOrder(run, {{"APIAnalysis", "Engine Version [140808_QX_1.30] "},
-                            {"APIAnalysis", "[APIAnalysis] [sec:usec] : "},
-                            {timing, "Time [Init]:"},
+  EXPECT_TRUE(InOrder(run, {{timing, "Time [Init]:"},
                             {timing, "Time [FirstScanSource]:"},
                             {timing, "Time [Prepare]:"},
                             {timing, "Time [GetDeviceAPIsFromSWFMain]:"},
@@ -45,10 +43,7 @@ TEST_F(Foundation, EmptyFileListRunsEveryStageAndPublishesAnEmptyResult) {
                             {timing, "Time [AfterFindAPIFunctionName4JS]:"},
                             {timing, "Time [Finished]:"},
                             {"StartAnalysis", " outPutFileFullPath [/tmp/AnalysisResult]"},
-                            {"~APIAnalysis", "[~APIAnalysis] "},
-                            {"~APIAnalysis", "[~APIAnalysis] [sec:nsec] : "},
-                            {"~APIAnalysis", "[DeviceAPI]=============================================================="},
-                            {"~APIAnalysis", "### All Symbol Table data is Successfully deleted!! ###"}}));
+                            {"~APIAnalysis", "[~APIAnalysis] "}}));
   EXPECT_FALSE(run.logged("[0][StartAnalysis] returnCode [1000] "));  // only failures log a return code
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "APICheckEngine/PatternTexts.h"
 #include "TrexTestSupport.h"
 #include "regex/Pattern.h"
 #include "regex/TrexInternal.h"
@@ -28,11 +29,9 @@ std::vector<Spans> walk(const std::string& pattern, const std::string& text, boo
 
 TEST(RunReuse, AnswersAreTheSameWithAndWithoutIt) {
   const std::string word(3000, 'k');
-  const std::vector<std::string> patterns = {
-      R"re((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)re",
-      R"re((([\w\_]+)[\.]*)*\s*(=))re",
-      R"re([\w\d\_]+\s*\(\s*[\d\w\_"'\s,\.]*tv\s*[\d\w\_"'\s,\.]*\)\s*)re",
-      R"re([\.]\s*[\w\d\_]+\s*\()re",
+  const std::vector<std::string> forms = {
+      patterns::kGetElementByIdForm, patterns::kAssignmentTarget, patterns::CallWithArgument("tv"),
+      patterns::kMethodCall,
       "a*b", "[^x]*", "(a+)(b*)c", "k{2,}z|k+",
       // A later start entering the repeat before the earlier run began; a repeat
       // that consults what follows it, whose run is no run of matching bytes.
@@ -42,7 +41,7 @@ TEST(RunReuse, AnswersAreTheSameWithAndWithoutIt) {
       word, word + "=document.getElementById('tv').Play();", "x = " + word + ".y = z == 2;",
       "f(a, " + word + ", tv) g(tv)", "obj." + word + " (1)", "aaab aab ab b c", "kkkz kk " + word,
       "bxzaaw", "xxyxyz"};
-  for (const std::string& pattern : patterns) {
+  for (const std::string& pattern : forms) {
     for (const std::string& text : texts)
       EXPECT_EQ(walk(pattern, text, true), walk(pattern, text, false)) << pattern << " on " << text.substr(0, 40);
   }

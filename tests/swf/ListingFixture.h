@@ -9,11 +9,12 @@
 
 #include "APICheckEngine/TimeBudget.h"
 #include "support/EngineHost.h"
+#include "support/ListingLines.h"
 #include "support/LogCapture.h"
 #include "support/SwfWriter.h"
 #include "swf/DeAssembler.h"
 
-using Lines = std::vector<std::string>;
+using namespace listing;
 
 class ListingTest : public ::testing::Test {
  protected:

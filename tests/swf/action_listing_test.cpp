@@ -7,8 +7,6 @@ using swf::u8;
 
 namespace {
 
-const std::string P = "ActionPush#@x441#type#@x442#";
-
 std::string rec(uint8_t code, const std::string& operands) { return ActionBuilder().record(code, operands).bytes(); }
 std::string df2(const std::string& name, uint16_t params, uint8_t regs, uint16_t flags, const std::string& rest) {
   return rec(0x8E, cstr(name) + u16(params) + u8(regs) + u16(flags) + rest + u16(0));
@@ -105,21 +103,21 @@ TEST_F(ListingTest, EveryKindOfRecordWithItsFieldLines) {
 TEST_F(ListingTest, PushValuesOfEveryType) {
   // Each value's bytes and its field line.
   const std::pair<std::string, std::string> values[] = {
-      {u8(0) + cstr("abc"), P + "0#@x441#value#@x442#abc"},
-      {u8(1) + swf::f32(0.0f), P + "1#@x441#value#@x442#X_PROPERTY"},
-      {u8(1) + swf::f32(21.0f), P + "1#@x441#value#@x442#YMOUSE_PROPERTY"},
-      {u8(1) + swf::f32(22.0f), P + "1#@x441#value#@x442#22.000000"},
-      {u8(1) + swf::f32(7.5f), P + "1#@x441#value#@x442#7.500000"},
-      {u8(1) + swf::f32(-1.0f), P + "1#@x441#value#@x442#-1.000000"},
-      {u8(2), P + "2#@x441#value#@x442#null"},
+      {u8(0) + cstr("abc"), str("abc")},
+      {u8(1) + swf::f32(0.0f), pushField("1", "X_PROPERTY")},
+      {u8(1) + swf::f32(21.0f), pushField("1", "YMOUSE_PROPERTY")},
+      {u8(1) + swf::f32(22.0f), pushField("1", "22.000000")},
+      {u8(1) + swf::f32(7.5f), pushField("1", "7.500000")},
+      {u8(1) + swf::f32(-1.0f), pushField("1", "-1.000000")},
+      {u8(2), pushField("2", "null")},
       {u8(3), "ActionPush#type:3#value:undefined"},
-      {u8(4) + u8(3), P + "4#@x441#reg$#@x442#3"},
-      {u8(5) + u8(1), P + "5#@x441#value#@x442#TRUE"},
-      {u8(5) + u8(0), P + "5#@x441#value#@x442#FALSE"},
-      {u8(6) + swf::avmDouble(-2.25), P + "6#@x441#value#@x442#-2.250000"},
-      {u8(7) + swf::u32(static_cast<uint32_t>(-7)), P + "7#@x441#value#@x442#-7"},
+      {u8(4) + u8(3), reg("3")},
+      {u8(5) + u8(1), pushField("5", "TRUE")},
+      {u8(5) + u8(0), pushField("5", "FALSE")},
+      {u8(6) + swf::avmDouble(-2.25), pushField("6", "-2.250000")},
+      {u8(7) + swf::u32(static_cast<uint32_t>(-7)), num("-7")},
       // An unknown type ends the values: the bytes after it are not read.
-      {u8(10) + cstr("never read"), P + "@#@x441#type#@x442#10"},
+      {u8(10) + cstr("never read"), "ActionPush#@x441#type#@x442#@#@x441#type#@x442#10"},
   };
   std::string operands;
   Lines expected{"[ActionPush]"};
@@ -135,19 +133,19 @@ TEST_F(ListingTest, ConstantsComeFromTheLastPoolOfTheSameBlock) {
   first.record(0x96, u8(8) + u8(0)).constantPool({"old"}).constantPool({"a", "b"});
   first.record(0x96, u8(8) + u8(1) + u8(9) + u16(0) + u8(8) + u8(2));
   const std::string pool = "ActionConstantPool#@x441#value#@x442#";
-  EXPECT_EQ(listBlock(first), (Lines{"[ActionPush]", P + "8#@x441#value#@x442#Abnormal_ConstData",
+  EXPECT_EQ(listBlock(first), (Lines{"[ActionPush]", pushField("8", "Abnormal_ConstData"),
                                      "[ActionConstantPool]",
                                      pool + "old", "[ActionConstantPool]", pool + "a", pool + "b", "[ActionPush]",
-                                     P + "8#@x441#value#@x442#b", P + "9#@x441#value#@x442#a",
-                                     P + "8#@x441#value#@x442#error"}));
+                                     pushField("8", "b"), pushField("9", "a"),
+                                     pushField("8", "error")}));
   // A later block does not see the pool of an earlier one.
   EXPECT_EQ(listBlock(rec(0x96, u8(9) + u16(0))),
-            (Lines{"[ActionPush]", P + "9#@x441#value#@x442#Abnormal_ConstData"}));
+            (Lines{"[ActionPush]", pushField("9", "Abnormal_ConstData")}));
   // Entries that do not fit end the list with an error; the pool keeps the others.
   ActionBuilder cut;
   cut.record(0x88, u16(3) + cstr("a") + cstr("b") + "unterminated").record(0x96, u8(8) + u8(1) + u8(8) + u8(2));
   EXPECT_EQ(listBlock(cut), (Lines{"[ActionConstantPool]", pool + "a", pool + "b", pool + "constant pool length error",
-                                   "[ActionPush]", P + "8#@x441#value#@x442#b", P + "8#@x441#value#@x442#error"}));
+                                   "[ActionPush]", pushField("8", "b"), pushField("8", "error")}));
 }
 
 TEST_F(ListingTest, ForwardBranchTargetsGetALabelBeforeTheirRecord) {
@@ -171,7 +169,7 @@ TEST_F(ListingTest, AnEmptyBlockListsNothingAndLongLinesAreCut) {
   std::string text(2000, 'a');
   Lines lines = listBlock(rec(0x96, u8(0) + cstr(text)));
   ASSERT_EQ(lines.size(), 2u);
-  EXPECT_EQ(lines[1], (P + "0#@x441#value#@x442#" + text).substr(0, 1255));
+  EXPECT_EQ(lines[1], str(text).substr(0, 1255));
 }
 
 }  // namespace

@@ -52,7 +52,7 @@ TEST_F(CallExtractionTest, BindingsSearchTheirBodyOrFileAndAllAreSearched) {
   addSource(kPath, "var a;\n\n this.tv.Bad1();\n");
   addSource("/tmp/0/app/www/js/b.js", "\n x.Bad3();\n");
   bind("C#this.tv", "Src", kPath);
-  bind("C#x", "Func", kPath, " x.Bad2();");  // the body, not the file
+  bind("C#x", "Func", kPath, " x.Bad2(); x.Bad5();");  // the body, not the file; its first finding ends it
   bind("C#x", "Src", "/tmp/0/app/www/js/b.js");
   bind("C#x", "Src", "/tmp/0/app/www/js/none.js");       // not a file worth scanning
   bind("C#x", "Global", "/tmp/0/app/www/js/b.js");       // neither kind
