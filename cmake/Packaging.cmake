@@ -83,11 +83,12 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 if(CMAKE_CROSSCOMPILING AND CMAKE_LIBRARY_ARCHITECTURE STREQUAL "arm-linux-gnueabihf")
   # dpkg-shlibdeps cannot read the cross sysroot's package data: the
-  # dependencies are those it finds for the native build of the same release.
+  # dependencies are those it finds for the native build of the same release,
+  # except libgcc-s1, whose unwinder symbols are versioned 3.5 on armhf.
   set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE armhf)
   set(TARVO_LIBRARY_DEPENDS
-    "libc6 (>= 2.34), libgcc-s1 (>= 3.0), libminizip1 (>= 1.1), libstdc++6 (>= 11), libtinyxml2.6.2v5 (>= 2.6.2), zlib1g (>= 1:1.1.4)")
-  set(TARVO_TOOL_DEPENDS "libc6 (>= 2.34), libgcc-s1 (>= 3.0), libstdc++6 (>= 5.2)")
+    "libc6 (>= 2.34), libgcc-s1 (>= 3.5), libminizip1 (>= 1.1), libstdc++6 (>= 11), libtinyxml2.6.2v5 (>= 2.6.2), zlib1g (>= 1:1.1.4)")
+  set(TARVO_TOOL_DEPENDS "libc6 (>= 2.34), libgcc-s1 (>= 3.5), libstdc++6 (>= 5.2)")
 else()
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 endif()
