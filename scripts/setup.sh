@@ -9,6 +9,7 @@ packages=(
   libgtest-dev libbenchmark-dev
   clang libclang-rt-dev
   python3
+  libtree-sitter-dev npm
 )
 # --with-arm: also the cross compiler and emulator of scripts/test-armhf.sh.
 if [[ "${1:-}" == "--with-arm" ]]; then
