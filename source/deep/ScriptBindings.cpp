@@ -14,6 +14,9 @@ constexpr int kMaxExpressionDepth = 64;
 constexpr int kMaxRounds = 4;
 
 bool IsFunction(TSNode node) {
+  if (ts_node_is_null(node)) return false;
+  char first = ts_node_type(node)[0];
+  if (first != 'f' && first != 'a' && first != 'm' && first != 'g') return false;
   static const char* const kTypes[] = {"function_declaration", "function", "function_expression", "arrow_function", "method_definition",
                                        "generator_function", "generator_function_declaration"};
   for (const char* type : kTypes)

@@ -5,6 +5,7 @@
 #include <tree_sitter/api.h>
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,7 +31,9 @@ inline std::string NodeText(const std::string& text, TSNode node) {
 }
 
 inline bool Is(TSNode node, const char* type) {
-  return !ts_node_is_null(node) && std::string(ts_node_type(node)) == type;
+  if (ts_node_is_null(node)) return false;
+  const char* name = ts_node_type(node);
+  return name[0] == type[0] && std::strcmp(name, type) == 0;
 }
 
 inline TSNode Field(TSNode node, const char* name) {
