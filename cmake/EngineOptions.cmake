@@ -7,15 +7,14 @@ set(TARVO_EXTRACT_DIR_FORMAT "/tmp/%d" CACHE STRING "printf format of the packag
 set(TARVO_MAX_PACKAGE_DEPTH "16" CACHE STRING "Deepest nesting of packages that is still expanded")
 set(TARVO_MAX_EXTRACTED_BYTES "1073741824" CACHE STRING "Bytes written by package expansion per analysis")
 set(TARVO_MAX_PACKAGE_ENTRIES "100000" CACHE STRING "Entries extracted from one package")
-set(TARVO_MAX_INFLATED_SWF_BYTES "268435456" CACHE STRING "Largest inflated image of a compressed SWF file")
+set(TARVO_MAX_INFLATED_SWF_BYTES "67108864" CACHE STRING "Largest image of a SWF file (plain, or compressed once inflated)")
+set(TARVO_MAX_SOURCE_FILE_BYTES "33554432" CACHE STRING "Largest web source file that is read")
 
 option(TARVO_BUILD_TESTS "Build the test suite" ON)
 option(TARVO_BUILD_TOOLS "Build the command-line host" ON)
 option(TARVO_BUILD_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" ON)
 option(TARVO_SANITIZE "Build everything with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(TARVO_FUZZ "Build the libFuzzer targets only (needs clang)" OFF)
-
-set(CMAKE_INSTALL_LIBDIR_DEFAULT "lib" CACHE STRING "Library install directory")
 
 add_compile_options(-Wall -Wextra -Wno-unused-parameter)
 # Large-file interfaces everywhere (a no-op on 64-bit platforms): on the 32-bit

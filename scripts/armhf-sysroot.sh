@@ -2,7 +2,8 @@
 # Prepares an armhf sysroot for cmake/toolchain-armhf.cmake: armhf-sysroot.sh DIR
 #
 # - Downloads Debian's armhf packages of zlib, minizip and TinyXML (runtime and
-#   development files) with `apt-get download` and unpacks them with `dpkg -x`.
+#   development files; the header-only CLI11 and nlohmann-json for the tools)
+#   with `apt-get download` and unpacks them with `dpkg -x`.
 #   apt works on a package list of its own under DIR/.apt, so the machine's apt
 #   configuration is left alone and nothing is installed.
 # - Points the absolute symbolic links of the packages into the sysroot.
@@ -27,7 +28,7 @@ sysroot="$(cd "$1" && pwd)"
 triple=arm-linux-gnueabihf
 toolchain_runtime=/usr/$triple/lib
 gtest_source=/usr/src/googletest
-packages=(zlib1g zlib1g-dev libminizip1 libminizip-dev libtinyxml2.6.2v5 libtinyxml-dev)
+packages=(zlib1g zlib1g-dev libminizip1 libminizip-dev libtinyxml2.6.2v5 libtinyxml-dev libcli11-dev nlohmann-json3-dev)
 
 # What the finished sysroot was made from; a change of any of it makes it anew.
 stamp_text="$(

@@ -7,8 +7,10 @@ packages=(
   build-essential cmake ninja-build pkg-config
   zlib1g-dev libminizip-dev libtinyxml-dev
   libgtest-dev libbenchmark-dev
+  libcli11-dev nlohmann-json3-dev python3-jsonschema
   clang libclang-rt-dev
   python3
+  dpkg-dev lintian
   libtree-sitter-dev npm
 )
 # --with-arm: also the cross compiler and emulator of scripts/test-armhf.sh.
@@ -17,6 +19,9 @@ if [[ "${1:-}" == "--with-arm" ]]; then
 fi
 
 missing=()
+# npm fetches the SARIF schema for the tests; a node.js of another origin may
+# bring its own npm.
+if ! command -v npm >/dev/null; then missing+=(npm); fi
 for package in "${packages[@]}"; do
   if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "ok installed"; then
     missing+=("$package")

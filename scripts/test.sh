@@ -2,10 +2,14 @@
 # Installs what is missing, then builds and runs the whole test suite: the
 # normal build, the AddressSanitizer/UndefinedBehaviorSanitizer build and a
 # short run of every fuzz target, then the 32-bit ARM build with its tests
-# under emulation.
+# under emulation, and finally the Debian packages (built, installed, used
+# and removed again: this part needs root).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
+
+echo "== test code against the code it tests"
+scripts/test-size.sh
 
 echo "== build and test (normal)"
 scripts/build.sh build -DTARVO_BUILD_TESTS=ON -DTARVO_BUILD_BENCHMARKS=ON
@@ -23,3 +27,6 @@ ctest --test-dir build-fuzz --output-on-failure -j "$(nproc)"
 
 echo "== build and test for the target (armhf, under qemu-user)"
 scripts/test-armhf.sh build-armhf
+
+echo "== Debian packages: build, install, use, remove"
+scripts/test-packages.sh

@@ -1,53 +1,74 @@
-// tarvo-api-check: a command-line host for the API check engine. It loads the
-// engine library the way the platform's review service does, runs one analysis
-// over the given files and prints the finding lines.
+// tarvo-api-check: the command-line host of the API check engine. It loads
+// the engine library, runs one analysis over the given paths through the
+// documented analysis interface and reports the findings as finding lines,
+// JSON or SARIF.
 #include <dirent.h>
-#include <dlfcn.h>
 #include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
 
-#include "APICheckEngine/Diagnostics.h"
 #include "APICheckEngine/EngineConfig.h"
-#include "tarvo/HostInterface.h"
+#include "EngineLibrary.h"
+#include "report/JsonReport.h"
+#include "report/SarifReport.h"
 
 namespace {
 
 const char* kEngineFile = "libtarvo-api-check-engine.so";
 bool g_verbose = false;
 
-enum ExitCode { kExitClean = 0, kExitFinding = 1, kExitEngineError = 2, kExitUsage = 64, kExitUnavailable = 69 };
+enum ExitCode {
+  kExitClean = 0,
+  kExitFinding = 1,
+  kExitEngineError = 2,
+  kExitRefused = 3,
+  kExitUsage = 64,
+  kExitNoInput = 66,
+  kExitUnavailable = 69
+};
 
-void printUsage(FILE* out) {
-  fprintf(out,
-          "usage: tarvo-api-check [--engine LIB] [--verbose] PATH...\n"
-          "       tarvo-api-check [--engine LIB] --listing FILE.swf\n"
-          "       tarvo-api-check [--engine LIB] --statements FILE.swf\n"
-          "       tarvo-api-check --help | --version\n"
-          "\n"
-          "Checks the application made of PATH... (files, packages or directories)\n"
-          "for calls of undocumented platform APIs and prints one line per finding.\n"
-          "\n"
-          "  --engine LIB        engine library to load (default: next to this program)\n"
-          "  --verbose           write the engine's log lines to standard error\n"
-          "  --listing FILE      print the action listing of a SWF file\n"
-          "  --statements FILE   print the call statements rebuilt from a SWF file\n"
-          "\n"
-          "Exit status: 0 no finding, 1 undocumented API used, 2 the engine reported\n"
-          "an error (database, SWF file), 64 usage error, 69 engine not loadable.\n");
-}
+const char kUsage[] =
+    "usage: tarvo-api-check [options] PATH...\n"
+    "       tarvo-api-check [--engine LIB] --listing FILE.swf\n"
+    "       tarvo-api-check [--engine LIB] --statements FILE.swf\n"
+    "       tarvo-api-check --help | --version\n"
+    "\n"
+    "Checks the application made of PATH... (files, packages or directories)\n"
+    "for calls of undocumented platform APIs and reports each finding.\n"
+    "\n"
+    "  --format FORMAT     text (finding lines, the default), json or sarif\n"
+    "  --all               report every undocumented call, not only the first\n"
+    "  --db FILE           database of documented APIs (default: the product's,\n"
+    "                      /usr/share/lumeric/APIAnalEngineDB.xml)\n"
+    "  --work-dir DIR      extract packages below DIR (default: a directory of\n"
+    "                      this run's own under $TMPDIR or /tmp)\n"
+    "  --engine LIB        engine library to load (default: next to this program)\n"
+    "  --verbose           write the engine's log lines to standard error\n"
+    "  --listing FILE      print the action listing of a SWF file\n"
+    "  --statements FILE   print the call statements rebuilt from a SWF file\n"
+    "\n"
+    "Exit status: 0 no finding, 1 undocumented API used, 2 the engine reported\n"
+    "an error (database, SWF file), 3 the application could not be examined in\n"
+    "full (it is refused), 64 usage error, 66 a path or file that cannot be\n"
+    "read, 69 engine not loadable.\n";
 
-int usageError(const std::string& message) {
+int usageError(std::string message) {
+  std::replace(message.begin(), message.end(), '\n', ' ');
   fprintf(stderr, "tarvo-api-check: %s (see --help)\n", message.c_str());
   return kExitUsage;
+}
+
+int noInput(const std::string& path, const char* what) {
+  fprintf(stderr, "tarvo-api-check: %s: %s\n", path.c_str(), what);
+  return kExitNoInput;
 }
 
 std::string directoryOfExecutable() {
@@ -65,11 +86,6 @@ std::string absolutePath(const std::string& path) {
   char cwd[PATH_MAX];
   if (getcwd(cwd, sizeof(cwd)) == nullptr) return path;
   return std::string(cwd) + "/" + path;
-}
-
-bool isDirectory(const std::string& path) {
-  struct stat st;
-  return stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
 }
 
 // Appends the regular files below `dir`, in sorted order, depth first.
@@ -94,44 +110,30 @@ void collectFiles(const std::string& dir, std::vector<std::string>& out) {
   }
 }
 
-struct Engine {
-  void* handle = nullptr;
-  IAppAnalysis* (*createInstance)() = nullptr;
-  void (*destoryInstance)(IAppAnalysis*) = nullptr;
-  std::vector<std::string>* (*createResultVector)() = nullptr;
-  void (*destoryResultVector)() = nullptr;
-  std::vector<std::string>** resultVector = nullptr;
-  decltype(&tarvo_swf_listing) listing = nullptr;
-  decltype(&tarvo_swf_statements) statements = nullptr;
-
-  bool load(const std::string& path) {
-    handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (handle == nullptr) {
-      fprintf(stderr, "tarvo-api-check: cannot load the engine: %s\n", dlerror());
-      return false;
-    }
-    createInstance = reinterpret_cast<decltype(createInstance)>(dlsym(handle, "createInstance"));
-    destoryInstance = reinterpret_cast<decltype(destoryInstance)>(dlsym(handle, "destoryInstance"));
-    createResultVector = reinterpret_cast<decltype(createResultVector)>(dlsym(handle, "createResultVector"));
-    destoryResultVector = reinterpret_cast<decltype(destoryResultVector)>(dlsym(handle, "destoryResultVector"));
-    resultVector = reinterpret_cast<decltype(resultVector)>(dlsym(handle, "g_SWFResultVector"));
-    listing = reinterpret_cast<decltype(listing)>(dlsym(handle, "tarvo_swf_listing"));
-    statements = reinterpret_cast<decltype(statements)>(dlsym(handle, "tarvo_swf_statements"));
-    if (!createInstance || !destoryInstance || !createResultVector || !destoryResultVector || !resultVector ||
-        !listing || !statements) {
-      fprintf(stderr, "tarvo-api-check: %s is not an API check engine\n", path.c_str());
-      return false;
-    }
-    return true;
+// The files an input path stands for, made absolute (the engine changes the
+// working directory); 0, or the exit status of a path that cannot be read.
+int expandInput(const std::string& input, std::vector<std::string>& files) {
+  std::string path = absolutePath(input);
+  struct stat st;
+  if (stat(path.c_str(), &st) != 0) return noInput(input, strerror(errno));
+  if (S_ISDIR(st.st_mode)) {
+    if (access(path.c_str(), R_OK | X_OK) != 0) return noInput(input, strerror(errno));
+    collectFiles(path, files);
+  } else {
+    if (access(path.c_str(), R_OK) != 0) return noInput(input, strerror(errno));
+    files.push_back(path);
   }
-};
+  return 0;
+}
 
-int exitCodeFor(RunResult code) {
+int exitCodeFor(int32_t code) {
   switch (code) {
     case 1000:
       return kExitClean;
     case 1001:
       return kExitFinding;
+    case 1030:
+      return kExitRefused;
     default:
       return kExitEngineError;
   }
@@ -140,13 +142,9 @@ int exitCodeFor(RunResult code) {
 // Prints each line of a SWF diagnostic followed by a line feed. What could be
 // read is printed even when the file is damaged; the engine's code then goes
 // to standard error and the exit status.
-int runSwfDiagnostic(Engine& engine, bool statements, const std::string& file) {
-  IAppAnalysis* instance = engine.createInstance();
+int runSwfDiagnostic(const EngineLibrary& engine, bool statements, const std::string& file) {
   std::vector<std::string> lines;
-  std::string path = absolutePath(file);
-  RunResult code = statements ? engine.statements(instance, path.c_str(), &lines)
-                              : engine.listing(instance, path.c_str(), &lines);
-  engine.destoryInstance(instance);
+  RunResult code = engine.swfLines(statements, absolutePath(file), lines);
   for (const std::string& line : lines) {
     fwrite(line.data(), 1, line.size(), stdout);
     fputc('\n', stdout);
@@ -155,6 +153,35 @@ int runSwfDiagnostic(Engine& engine, bool statements, const std::string& file) {
   if (code == RUN_SUCCESS) return kExitClean;
   fprintf(stderr, "tarvo-api-check: %s: the engine returned %d\n", file.c_str(), static_cast<int>(code));
   return kExitEngineError;
+}
+
+// A work directory of this run's own, removed afterwards when it is empty
+// (the engine removes what it extracts).
+struct OwnWorkDir {
+  std::string path;
+  OwnWorkDir() {
+    const char* base = getenv("TMPDIR");
+    std::string pattern = std::string(base != nullptr && *base != '\0' ? base : "/tmp") + "/tarvo-api-check.XXXXXX";
+    std::vector<char> buffer(pattern.begin(), pattern.end());
+    buffer.push_back('\0');
+    if (mkdtemp(buffer.data()) != nullptr) path = buffer.data();
+  }
+  ~OwnWorkDir() {
+    if (!path.empty()) rmdir(path.c_str());
+  }
+};
+
+void printText(const AnalysisReport& report) {
+  for (const ReportFinding& f : report.findings) fwrite(f.line.data(), 1, f.line.size(), stdout);
+  if (report.code == 1030) {
+    fprintf(stderr, "tarvo-api-check: the application could not be examined in full:\n");
+    for (const ReportNote& note : report.notes) {
+      if (note.kind == "refused") fprintf(stderr, "  %s: %s\n", note.path.c_str(), note.cause.c_str());
+    }
+  }
+  for (const ReportNote& note : report.notes) {
+    if (note.kind != "refused") fprintf(stderr, "tarvo-api-check: %s: %s\n", note.path.c_str(), note.cause.c_str());
+  }
 }
 
 }  // namespace
@@ -171,68 +198,76 @@ void Print_Log(const char* function, unsigned line, char* format, ...) {
 }
 
 int main(int argc, char** argv) {
-  std::string enginePath;
-  std::string swfFile;
-  bool wantStatements = false;
+  std::string enginePath, listingFile, statementsFile, format = "text", database, workDir;
   std::vector<std::string> inputs;
+  bool all = false, help = false, version = false;
 
-  for (int i = 1; i < argc; ++i) {
-    std::string arg = argv[i];
-    if (arg == "--help" || arg == "-h") {
-      printUsage(stdout);
-      return kExitClean;
-    } else if (arg == "--version") {
-      printf("tarvo-api-check %s (engine %s)\n", EngineConfig::kProjectVersion, EngineConfig::kEngineVersion);
-      return kExitClean;
-    } else if (arg == "--verbose" || arg == "-v") {
-      g_verbose = true;
-    } else if (arg == "--engine" || arg == "--listing" || arg == "--statements") {
-      if (i + 1 >= argc) return usageError(arg + " needs an argument");
-      std::string value = argv[++i];
-      if (arg == "--engine") {
-        enginePath = value;
-      } else {
-        if (!swfFile.empty()) return usageError("only one of --listing and --statements may be given");
-        swfFile = value;
-        wantStatements = (arg == "--statements");
-      }
-    } else if (arg == "--") {
-      for (++i; i < argc; ++i) inputs.push_back(argv[i]);
-    } else if (arg.size() > 1 && arg[0] == '-') {
-      return usageError("unknown option " + arg);
-    } else {
-      inputs.push_back(arg);
-    }
+  CLI::App app("tarvo-api-check");
+  app.set_help_flag();
+  app.add_flag("-h,--help", help);
+  app.add_flag("--version", version);
+  app.add_flag("-v,--verbose", g_verbose);
+  app.add_flag("--all", all);
+  app.add_option("--format", format)->check(CLI::IsMember({"text", "json", "sarif"}));
+  app.add_option("--db", database);
+  app.add_option("--work-dir", workDir);
+  app.add_option("--engine", enginePath);
+  auto* listing = app.add_option("--listing", listingFile);
+  auto* statements = app.add_option("--statements", statementsFile)->excludes(listing);
+  app.add_option("paths", inputs);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return usageError(error.what());
   }
-  if (!swfFile.empty() && !inputs.empty()) return usageError("--listing and --statements take one file and no paths");
-  if (swfFile.empty() && inputs.empty()) return usageError("no path given");
+  if (help) {
+    fputs(kUsage, stdout);
+    return kExitClean;
+  }
+  if (version) {
+    printf("tarvo-api-check %s (engine %s)\n", EngineConfig::kProjectVersion, EngineConfig::kEngineVersion);
+    return kExitClean;
+  }
+  const bool swfDiagnostic = listing->count() + statements->count() > 0;
+  if (swfDiagnostic && !inputs.empty()) return usageError("--listing and --statements take one file and no paths");
+  if (!swfDiagnostic && inputs.empty()) return usageError("no path given");
+
+  std::vector<std::string> files;
+  for (const std::string& input : inputs) {
+    if (int status = expandInput(input, files)) return status;
+  }
+  if (!database.empty() && access(database.c_str(), R_OK) != 0) return noInput(database, strerror(errno));
+  if (!workDir.empty()) {
+    struct stat st;
+    if (stat(workDir.c_str(), &st) != 0 || !S_ISDIR(st.st_mode)) return noInput(workDir, "not a directory");
+    workDir = absolutePath(workDir);
+  }
 
   if (enginePath.empty()) {
     enginePath = directoryOfExecutable() + "/" + kEngineFile;
     if (access(enginePath.c_str(), R_OK) != 0) enginePath = kEngineFile;  // the loader's search path
   }
-  Engine engine;
+  EngineLibrary engine;
   if (!engine.load(enginePath)) return kExitUnavailable;
-
-  if (!swfFile.empty()) return runSwfDiagnostic(engine, wantStatements, swfFile);
-
-  // The engine changes the working directory, so every path is made absolute first.
-  std::vector<std::string> files;
-  for (const std::string& input : inputs) {
-    std::string path = absolutePath(input);
-    if (isDirectory(path)) {
-      collectFiles(path, files);
-    } else {
-      files.push_back(path);
-    }
+  if (swfDiagnostic) {
+    return runSwfDiagnostic(engine, statements->count() > 0, statements->count() > 0 ? statementsFile : listingFile);
   }
 
-  engine.createResultVector();
-  IAppAnalysis* instance = engine.createInstance();
-  RunResult code = instance->StartAnalysis(&files);
-  for (const std::string& line : **engine.resultVector) fwrite(line.data(), 1, line.size(), stdout);
+  OwnWorkDir own;
+  if (workDir.empty() && own.path.empty()) return noInput("work directory", strerror(errno));
+  AnalysisReport report = engine.analyse(files, database.empty() ? "" : absolutePath(database),
+                                         workDir.empty() ? own.path : workDir, all);
+  if (report.code < 0) {
+    fprintf(stderr, "tarvo-api-check: the engine refused the analysis's arguments\n");
+    return kExitEngineError;
+  }
+  if (format == "json") {
+    puts(ToJson(report).dump(2).c_str());
+  } else if (format == "sarif") {
+    puts(ToSarif({report}, EngineConfig::kProjectVersion).dump(2).c_str());
+  } else {
+    printText(report);
+  }
   fflush(stdout);
-  engine.destoryInstance(instance);
-  engine.destoryResultVector();
-  return exitCodeFor(code);
+  return exitCodeFor(report.code);
 }

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "tarvo/HostInterface.h"
+#include "core/AnalysisConfig.h"
 #include "decompiler/DeCompiler.h"
 #include "strutil/CStringUtil.h"
 #include "swf/DeAssembler.h"
@@ -36,6 +37,17 @@ struct AnalysisNote {
   std::string path;   // the file, package or entry concerned
 };
 
+// One undocumented call: the finding line and what it was made from.
+struct AnalysisFinding {
+  std::string line;      // the finding line, as the host sees it
+  std::string filePath;  // the file as the analysis saw it (extracted files under their directory)
+  int32_t lineNumber = 0;
+  std::string method;
+  std::string classId;   // the plug-in's class identifier
+  std::string receiver;  // the variable the call is made on, when the call text names one
+  bool fromSwf = false;
+};
+
 // A script function block of a web source.
 struct FlashFunctionInfo {
   std::string header;
@@ -47,11 +59,19 @@ class APIAnalysis : public IAppAnalysis {
  public:
   APIAnalysis();
   ~APIAnalysis() override;
+  // The host's door: Analyse, then the result file and g_SWFResultVector.
   RunResult StartAnalysis(std::vector<std::string>* files) override;
+  // One analysis with `config`: package expansion, the four stages, the
+  // fail-closed and report-all verdicts, clean-up. The finding lines are in
+  // resultList, the findings in findingList, the notes in noteList.
+  RunResult Analyse(std::vector<std::string>* files);
 
   // Records a part of the input left unexamined, with one log line; a run
   // with a refusal never answers 1000 (see the driver).
   void RefuseInput(const std::string& cause, const std::string& path);
+  // Records something not examined that leaves the verdict as it is (an
+  // unreadable SWF file, the time budget spent); nothing is logged.
+  void NoteInput(const std::string& kind, const std::string& cause, const std::string& path);
 
   // Time budget and checkpoints.
   RunResult LimitProcessingTimeNResource();
@@ -73,6 +93,7 @@ class APIAnalysis : public IAppAnalysis {
 
   // Verdicts.
   RunResult DetermineAPISecurity(std::vector<std::string*>& results, SWFStateMentInfo* call);
+  std::string shownPath(const std::string& path) const;
   RunResult undocumentAPICheckerMain(std::vector<std::string*> whiteList, std::string apiName, bool& undocumented);
 
   // Source selection and cleaning.
@@ -107,6 +128,7 @@ class APIAnalysis : public IAppAnalysis {
   RunResult FindAPIFunctionName4SWF(std::vector<std::string> statements, std::string fileName);
 
   // Members, in this order.
+  AnalysisConfig config;      // the product's unless a documented-interface caller sets it
   int32_t extractionCounter;  // names /tmp/<n>; never reset
   CStringUtil stringUtil;
   DeAssembler deAssembler;
@@ -137,8 +159,13 @@ class APIAnalysis : public IAppAnalysis {
   int32_t expansionDepth = 0;
   uint64_t expansionBytes = 0;
 
-  // What the current analysis could not examine in full; emptied by StartAnalysis.
+  // Of the current analysis, emptied when it starts: what could not be
+  // examined in full, the findings, each extraction directory with the
+  // package extracted there, and the time spent per stage (microseconds).
   std::vector<AnalysisNote> noteList;
+  std::vector<AnalysisFinding> findingList;
+  std::vector<std::pair<std::string, std::string>> extractionSources;
+  std::vector<std::pair<std::string, uint64_t>> stageTimes;
 };
 
 }  // namespace FlashEngine_1_00

@@ -6,7 +6,6 @@
 #include <tinyxml.h>
 
 #include "APICheckEngine/APIAnalysis.h"
-#include "APICheckEngine/EngineConfig.h"
 #include "APICheckEngine/EngineLog.h"
 #include "APICheckEngine/RecordLists.h"
 
@@ -69,7 +68,7 @@ RunResult APIAnalysis::Init() {
 }
 
 RunResult APIAnalysis::swfloadWhiteAPIInfo(std::vector<std::string*>& list) {
-  FILE* file = fopen(EngineConfig::kDatabasePath, "r");
+  FILE* file = fopen(config.databasePath.c_str(), "r");
   if (file == nullptr) return RUN_DB_LOAD_FAILED;
 
   fseek(file, 0, SEEK_END);

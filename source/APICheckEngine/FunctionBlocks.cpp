@@ -167,7 +167,7 @@ void FunctionBlockCutter::forEachBlock(const std::function<bool(const Block&)>& 
   }
 }
 
-void collectFunctionBlocks(const char* text, size_t length, const std::string& path,
+bool collectFunctionBlocks(const char* text, size_t length, const std::string& path,
                            std::vector<FlashFunctionInfo*>& functionList) {
   FunctionBlockCutter cutter(text, length);
   size_t blockBytes = 0;
@@ -175,7 +175,10 @@ void collectFunctionBlocks(const char* text, size_t length, const std::string& p
   bool full = false;
   cutter.forEachBlock([&](const Block& block) {
     size_t size = block.last - block.first + 1;
-    if (size > kMaxBlockBytesPerFile - blockBytes) return false;
+    if (size > kMaxBlockBytesPerFile - blockBytes) {
+      full = true;
+      return false;
+    }
     blockBytes += size;
     std::string blockText(text + block.first, size);
     Pattern header(kFunctionForm);
@@ -198,6 +201,7 @@ void collectFunctionBlocks(const char* text, size_t length, const std::string& p
     });
     return !full;
   });
+  return !full;
 }
 
 }  // namespace sourcescan

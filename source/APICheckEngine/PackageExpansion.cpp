@@ -9,7 +9,6 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/DirectoryWalk.h"
-#include "APICheckEngine/EngineConfig.h"
 #include "APICheckEngine/EngineLog.h"
 #include "APICheckEngine/PackageSignature.h"
 #include "unzip/UnzipJob.h"
@@ -21,7 +20,8 @@ namespace {
 constexpr size_t kArgumentBufferSize = 1024;
 
 // Runs the extraction job as a command line: "uzip -x PACKAGE -o -d DIR".
-void runExtractionJob(const std::string& package, const char* directory, ExtractionBudget& budget) {
+// Returns the job's result: 0, or 1 when the package could not be opened.
+int runExtractionJob(const std::string& package, const char* directory, ExtractionBudget& budget) {
   const char* texts[6] = {"uzip", "-x", package.c_str(), "-o", "-d", directory};
   char buffers[6][kArgumentBufferSize];
   char* argv[6];
@@ -29,7 +29,7 @@ void runExtractionJob(const std::string& package, const char* directory, Extract
     snprintf(buffers[i], sizeof(buffers[i]), "%s", texts[i]);
     argv[i] = buffers[i];
   }
-  do_UnzipJob(6, argv, budget);
+  return do_UnzipJob(6, argv, budget);
 }
 
 // An extraction directory is used only when it is a directory of the engine's
@@ -40,21 +40,27 @@ bool isOwnDirectory(const char* path) {
   return lstat(path, &st) == 0 && S_ISDIR(st.st_mode) && st.st_uid == geteuid();
 }
 
-void collectFiles(int fd, const std::string& dir, std::vector<std::string>& found, int depth) {
+// Returns false when a directory was too deep to be walked.
+bool collectFiles(int fd, const std::string& dir, std::vector<std::string>& found, int depth) {
+  bool whole = true;
   for (const std::string& name : ListDirectory(fd)) {
     struct stat st;
     if (fstatat(fd, name.c_str(), &st, AT_SYMLINK_NOFOLLOW) != 0) continue;
     std::string path = dir + "/" + name;
     if (S_ISDIR(st.st_mode)) {
-      if (depth >= kMaxDirectoryDepth) continue;
+      if (depth >= kMaxDirectoryDepth) {
+        whole = false;
+        continue;
+      }
       int sub = OpenSubdirectory(fd, name.c_str());
       if (sub < 0) continue;
-      collectFiles(sub, path, found, depth + 1);
+      whole = collectFiles(sub, path, found, depth + 1) && whole;
       close(sub);
     } else if (S_ISREG(st.st_mode)) {
       found.push_back(path);
     }
   }
+  return whole;
 }
 
 class DepthScope {
@@ -71,33 +77,40 @@ class DepthScope {
 // Extracts one package found at the current nesting level, within the
 // analysis's limits, and expands the packages found inside it.
 void expandPackage(APIAnalysis& engine, const std::string& path) {
-  if (engine.expansionDepth >= EngineConfig::kMaxPackageDepth) {
+  if (engine.expansionDepth >= engine.config.maxPackageDepth) {
     ENGINE_LOG("addFilePathbyUnzipping", " [%s] package nesting limit [%d] reached, not expanded ", path.c_str(),
-               static_cast<int>(EngineConfig::kMaxPackageDepth));
+               static_cast<int>(engine.config.maxPackageDepth));
+    engine.RefuseInput("packages nested more than " + std::to_string(engine.config.maxPackageDepth) + " deep", path);
     return;
   }
   ExtractionBudget budget;
+  budget.maxBytes = engine.config.maxExtractedBytes;
+  budget.maxEntries = engine.config.maxPackageEntries;
   budget.bytesUsed = engine.expansionBytes;
   if (budget.bytesUsed >= budget.maxBytes || budget.maxBytes - budget.bytesUsed < kEntryCharge) {
     ENGINE_LOG("addFilePathbyUnzipping", " [%s] limit of [%llu] bytes reached, extraction stopped ", path.c_str(),
                static_cast<unsigned long long>(budget.maxBytes));
+    engine.RefuseInput("more than " + std::to_string(budget.maxBytes) + " bytes to extract", path);
     return;
   }
 
   char directory[kArgumentBufferSize];
-  snprintf(directory, sizeof(directory), EngineConfig::kExtractDirFormat, static_cast<int>(engine.extractionCounter));
+  snprintf(directory, sizeof(directory), engine.config.extractDirFormat.c_str(), static_cast<int>(engine.extractionCounter));
   ++engine.extractionCounter;
   mkdir(directory, 0755);  // an existing directory is used as it is
   if (!isOwnDirectory(directory)) {
     ENGINE_LOG("addFilePathbyUnzipping", " [%s] extraction directory [%s] not usable, package skipped ",
                path.c_str(), directory);
+    engine.RefuseInput("extraction directory [" + std::string(directory) + "] not usable", path);
     return;
   }
   budget.bytesUsed += kEntryCharge;
 
-  runExtractionJob(path, directory, budget);
+  if (runExtractionJob(path, directory, budget) != 0) engine.RefuseInput("not a readable zip package", path);
+  if (!budget.refusal.empty()) engine.RefuseInput(budget.refusal, path);
   engine.expansionBytes = budget.bytesUsed;
   engine.extractedDirList.push_back(directory);
+  engine.extractionSources.emplace_back(directory, path);
 
   std::vector<std::string> found;
   engine.FindAppsFilesLocation(directory, found);
@@ -139,7 +152,9 @@ void APIAnalysis::addFilePathbyUnzipping(std::vector<std::string> files) {
 void APIAnalysis::FindAppsFilesLocation(std::string dir, std::vector<std::string>& found) {
   int fd = open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
   if (fd < 0) return;
-  collectFiles(fd, dir, found, 0);
+  if (!collectFiles(fd, dir, found, 0)) {
+    RefuseInput("directories nested more than " + std::to_string(kMaxDirectoryDepth) + " deep", dir);
+  }
   close(fd);
 }
 

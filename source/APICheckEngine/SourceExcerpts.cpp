@@ -105,7 +105,7 @@ std::vector<Excerpt> findExcerpts(const std::string& text) {
   return out;
 }
 
-void collectAccessExpressions(const char* text, size_t length, const std::string& path,
+bool collectAccessExpressions(const char* text, size_t length, const std::string& path,
                               std::vector<SWFStateMentInfo*>& accessList, std::vector<SWFStateMentInfo*>& embedsList) {
   const std::string domAccessForm = std::string("(") + kGetElementByIdForm + ")|(" + kDollarForm + ")";
   size_t made = 0;
@@ -116,14 +116,18 @@ void collectAccessExpressions(const char* text, size_t length, const std::string
   std::vector<std::string> accessMatches;
   std::vector<std::string> embedsMatches;
 
+  bool full = false;
   auto append = [&](std::vector<SWFStateMentInfo*>& list, const std::string& expression) {
-    if (made >= kMaxAccessRecordsPerFile) return;
+    if (made >= kMaxAccessRecordsPerFile) {
+      full = true;
+      return;
+    }
     list.push_back(NewRecord(new std::string(expression), "Global", path));
     ++made;
   };
 
   forEachExcerpt(text, length, [&](const Excerpt& excerpt) {
-    if (made >= kMaxAccessRecordsPerFile) return;
+    if (full) return;
     if (!havePrevious || !(excerpt == previous)) {
       std::string subject(text + excerpt.first, excerpt.length);
       accessMatches = allMatches(domAccessForm, subject, {"getElementById", "$"});
@@ -134,6 +138,7 @@ void collectAccessExpressions(const char* text, size_t length, const std::string
     for (const std::string& m : accessMatches) append(accessList, m);
     for (const std::string& m : embedsMatches) append(embedsList, m);
   });
+  return !full;
 }
 
 }  // namespace sourcescan

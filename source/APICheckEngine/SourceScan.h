@@ -82,13 +82,15 @@ class FunctionBlockCutter {
 
 // Appends a record (scope "Global", this path) for every match of the DOM
 // access pattern in every excerpt of `text` to `accessList`, and for every
-// match of the embeds pattern to `embedsList`.
-void collectAccessExpressions(const char* text, size_t length, const std::string& path,
+// match of the embeds pattern to `embedsList`. Returns false when the record
+// limit left part of the text unexamined.
+bool collectAccessExpressions(const char* text, size_t length, const std::string& path,
                               std::vector<SWFStateMentInfo*>& accessList, std::vector<SWFStateMentInfo*>& embedsList);
 
 // Appends a FlashFunctionInfo for every function header with a balanced body
-// in every function block of `text`.
-void collectFunctionBlocks(const char* text, size_t length, const std::string& path,
+// in every function block of `text`. Returns false when a byte limit left
+// part of the text unexamined.
+bool collectFunctionBlocks(const char* text, size_t length, const std::string& path,
                            std::vector<FlashFunctionInfo*>& functionList);
 
 }  // namespace sourcescan

@@ -1,9 +1,12 @@
 // The Prepare stage's work: choosing the web sources worth scanning, loading
 // and cleaning them, and the first pass that collects access expressions,
 // embeds expressions and function blocks for the later scanners.
+#include <sys/stat.h>
+
+#include <cstdint>
+#include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <sstream>
+#include <string>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CommentStripping.h"
@@ -38,8 +41,12 @@ RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
       if (CheckFileAnalysisWorth(path, cleaned) != 1 || cleaned == nullptr) continue;
       const char* text = cleaned->c_str();
       size_t length = std::strlen(text);
-      sourcescan::collectAccessExpressions(text, length, path, objectAccessList, embedsAccessList);
-      sourcescan::collectFunctionBlocks(text, length, path, functionBlockList);
+      if (!sourcescan::collectAccessExpressions(text, length, path, objectAccessList, embedsAccessList)) {
+        RefuseInput("more than " + std::to_string(sourcescan::kMaxAccessRecordsPerFile) + " element look-ups", path);
+      }
+      if (!sourcescan::collectFunctionBlocks(text, length, path, functionBlockList)) {
+        RefuseInput("function blocks larger than their limit", path);
+      }
       worthfulSourceList.push_back(cleaned);
       worthfulPathList.push_back(new std::string(path));
       worthfulExtList.push_back(new std::string(stringUtil.findFileExtention(path)));
@@ -55,24 +62,38 @@ int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned)
   if (isOneOf(extension, kSkippedExtensions)) return 0;
   if (!isOneOf(extension, kScannedExtensions)) return 0;
 
-  std::ifstream in(path, std::ios::in | std::ios::binary);
-  if (!in.is_open()) {
+  FILE* in = fopen(path.c_str(), "rb");
+  if (in == nullptr) {
     ENGINE_LOG("CheckFileAnalysisWorth", " file[%s] Open Error ", path.c_str());
     return 0;
   }
-  std::ostringstream whole;
-  whole << in.rdbuf();
-  std::string content = whole.str();
-  in.close();
+  // A source larger than the read limit is refused, never read whole: no
+  // real application comes near it.
+  std::string content;
+  struct stat status;
+  bool tooLarge = fstat(fileno(in), &status) == 0 && static_cast<uint64_t>(status.st_size) > config.maxSourceFileBytes;
+  char chunk[65536];
+  size_t got;
+  while (!tooLarge && (got = fread(chunk, 1, sizeof(chunk), in)) > 0) {
+    if (got > config.maxSourceFileBytes - content.size()) {
+      tooLarge = true;
+      break;
+    }
+    content.append(chunk, got);
+  }
+  fclose(in);
+  if (tooLarge) {
+    RefuseInput("web source larger than " + std::to_string(config.maxSourceFileBytes) + " bytes", path);
+    return 0;
+  }
   // Everything from the first zero byte on is ignored.
   size_t length = std::strlen(content.c_str());
   if (length == 0) return 0;
 
   // The terminating zero byte goes through the stripper too, so the cleaned
   // string ends with one zero byte inside it.
-  std::vector<char> buffer(length + 1);
-  size_t written = stripComments(content.c_str(), length + 1, buffer.data());
-  std::string* text = new std::string(buffer.data(), written);
+  std::string* text = new std::string(length + 1, '\0');
+  text->resize(stripComments(content.c_str(), length + 1, &(*text)[0]));
   cleanedSourceList.push_back(text);
   cleaned = text;
   return 1;

@@ -29,6 +29,20 @@ std::string pathBelowFourthComponent(CStringUtil& util, const std::string& path)
 
 }  // namespace
 
+// The path a finding line is made from. Extraction directories other than the
+// product's stand for one of the product's ("/tmp/<n>"), so that a finding
+// line reads the same whatever work directory the analysis used.
+std::string APIAnalysis::shownPath(const std::string& path) const {
+  if (config.extractDirFormat == EngineConfig::kExtractDirFormat) return path;
+  for (const auto& source : extractionSources) {
+    const std::string& dir = source.first;
+    if (path.size() > dir.size() && path.compare(0, dir.size(), dir) == 0 && path[dir.size()] == '/') {
+      return "/tmp/0" + path.substr(dir.size());
+    }
+  }
+  return path;
+}
+
 RunResult APIAnalysis::DetermineAPISecurity(std::vector<std::string*>& results, SWFStateMentInfo* call) {
   // A call made on ".Open" carries no expression: there is nothing to judge.
   if (call == nullptr || call->expression == nullptr) return RUN_SUCCESS;
@@ -41,6 +55,9 @@ RunResult APIAnalysis::DetermineAPISecurity(std::vector<std::string*>& results, 
   std::string method;
   Pattern methodCall(kMethodCallPattern);
   if (!methodCall.firstMatch(callText.c_str(), &method)) method = callText;
+  // What the call is made on: the text before the method's dot.
+  size_t methodAt = callText.find(method);
+  std::string receiver = methodAt != std::string::npos ? callText.substr(0, methodAt) : std::string();
   method = stringUtil.customReplace(method, ".", "");
   method = stringUtil.customReplace(method, " ", "");
   method = stringUtil.customReplace(method, "(", "");
@@ -51,7 +68,7 @@ RunResult APIAnalysis::DetermineAPISecurity(std::vector<std::string*>& results, 
 
   char lineNumber[16];
   std::snprintf(lineNumber, sizeof lineNumber, "%d", static_cast<int>(call->line));
-  std::string finding = "../" + pathBelowFourthComponent(stringUtil, call->filePath) + "(" + lineNumber + ")" +
+  std::string finding = "../" + pathBelowFourthComponent(stringUtil, shownPath(call->filePath)) + "(" + lineNumber + ")" +
                         " : UndocumentedAPI '" + method + "' used" + "\n";
 
   bool known = false;
@@ -61,8 +78,21 @@ RunResult APIAnalysis::DetermineAPISecurity(std::vector<std::string*>& results, 
       break;
     }
   }
-  if (!known) results.push_back(new std::string(finding));
-  return RUN_UNDOCUMENTED_API;
+  if (!known) {
+    results.push_back(new std::string(finding));
+    AnalysisFinding found;
+    found.line = finding;
+    found.filePath = call->filePath;
+    found.lineNumber = call->line;
+    found.method = method;
+    found.classId = pieces[0];
+    if (receiver != "DummyObject") found.receiver = receiver;
+    std::string extension = stringUtil.findFileExtention(call->filePath);
+    found.fromSwf = extension == "swf" || extension == "SWF";
+    findingList.push_back(found);
+  }
+  // Reporting every call, the scan goes on; the driver makes the code.
+  return config.reportAll ? RUN_SUCCESS : RUN_UNDOCUMENTED_API;
 }
 
 RunResult APIAnalysis::undocumentAPICheckerMain(std::vector<std::string*> whiteList, std::string apiName,

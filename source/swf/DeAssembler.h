@@ -69,6 +69,9 @@ class DeAssembler {
   // Guards against hostile files (see docs/design.md); tests lower them.
   uint64_t maxImageBytes;
   uint64_t maxListingBytes;
+  // Why a guard left part of the last file unlisted; empty when it was
+  // listed whole (the time budget is not a guard of this kind).
+  std::string cutCause;
 
  private:
   RunResult walkTags(const uint8_t* data, int32_t& position, std::vector<std::string>& lines, int32_t total,
@@ -78,8 +81,11 @@ class DeAssembler {
                             std::vector<std::string>& lines, bool banners);
   void recordBranchTarget(ActionBlock& block, int64_t target);
   uint64_t imageLimit() const;
-  // True once this file's lines in `lines` take maxListingBytes.
+  // True once this file's lines in `lines` take maxListingBytes (the listing
+  // is then cut).
   bool listingFull(const std::vector<std::string>& lines);
+  // Records the first cause that leaves part of the file unlisted.
+  void noteCut(const std::string& cause);
 
   Util util;
   std::vector<uint32_t> branchTargets;  // kBranchTargetCapacity entries

@@ -58,12 +58,19 @@ void DeAssembler::resetMemberVariable() {
   listedRecordCount = 0;
   countedLines = 0;
   listingBytes = 0;
+  cutCause.clear();
+}
+
+void DeAssembler::noteCut(const std::string& cause) {
+  if (cutCause.empty()) cutCause = cause;
 }
 
 bool DeAssembler::listingFull(const std::vector<std::string>& lines) {
   if (countedLines > lines.size()) countedLines = lines.size();  // another list than last time
   for (; countedLines < lines.size(); ++countedLines) listingBytes += lines[countedLines].size() + kListingLineOverhead;
-  return listingBytes >= maxListingBytes;
+  if (listingBytes < maxListingBytes) return false;
+  noteCut("SWF listing longer than " + std::to_string(maxListingBytes) + " bytes");
+  return true;
 }
 
 std::string DeAssembler::getSWFHeader(FILE* file) {
@@ -76,10 +83,12 @@ std::string DeAssembler::getSWFHeader(FILE* file) {
 // of a fixed size: nothing reads past the data, and a compressed image grows
 // as it is inflated.
 RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::string>& lines) {
+  cutCause.clear();
   if (TimeBudget::spent()) return RUN_TIME_LIMIT;
   FileHandle file(fopen(path.c_str(), "rb"));
   if (!file) return RUN_SWF_OPEN_FAILED;
-  const uint32_t imageBytes = static_cast<uint32_t>(std::min(regularFileSize(file.get()), imageLimit()));
+  const uint64_t fileBytes = regularFileSize(file.get());
+  const uint32_t imageBytes = static_cast<uint32_t>(std::min(fileBytes, imageLimit()));
 
   ImageBuffer buffer;
   if (!buffer.allocate(std::max(imageBytes, kPlainHeaderBytes))) {
@@ -94,6 +103,7 @@ RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::str
 
   if (signature == "FWS") {
     // The whole file, signature included, up to the image limit.
+    if (fileBytes > imageBytes) noteCut("SWF file larger than " + std::to_string(imageLimit()) + " bytes");
     fseek(file.get(), 0, SEEK_SET);
     if (fread(buffer.data(), 1, imageBytes, file.get()) != imageBytes) return RUN_SUCCESS;
     RunResult code = SWFDeAssemble(buffer.data() + kSignatureBytes, lines,
@@ -158,6 +168,7 @@ RunResult DeAssembler::unCompressSWF(FILE* file, ImageBuffer& buffer, int32_t& s
     uint32_t room = std::min(buffer.capacity(), limit) - total;
     if (room == 0) {
       uint64_t grown = std::min<uint64_t>(limit, std::max<uint64_t>(2ull * buffer.capacity(), kInflateChunkBytes));
+      if (total >= limit) noteCut("SWF image larger than " + std::to_string(limit) + " bytes once inflated");
       if (total >= limit || !buffer.reserve(static_cast<uint32_t>(grown))) {
         cut = true;
         break;

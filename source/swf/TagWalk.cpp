@@ -70,7 +70,10 @@ RunResult DeAssembler::walkTags(const uint8_t* data, int32_t& position, std::vec
     TagHeaderParsing(data, position, &code, &tagLength, total);
     if (endsWalk(code)) return RUN_SUCCESS;
     if (code == kTagDoAction) {
-      if (!isListedBlock(tagLength)) continue;
+      if (!isListedBlock(tagLength)) {
+        if (tagLength != 0) noteCut("script block larger than " + std::to_string(kMaxScriptBlockBytes) + " bytes");
+        continue;
+      }
       RunResult result = listScriptBlock(data, position, tagLength, total, lines, !inSprite);
       if (result != RUN_SUCCESS) return result;
     } else if (code == kTagDefineSprite && !inSprite) {

@@ -17,7 +17,11 @@ std::string EntryPath::joined() const {
 
 EntryPath ParseEntryPath(const char* name, bool withoutPath) {
   EntryPath result;
-  if (name == nullptr || name[0] == '\0' || isSeparator(name[0])) return result;
+  if (name == nullptr || name[0] == '\0') {
+    result.kind = EntryPath::kNothing;
+    return result;
+  }
+  if (isSeparator(name[0])) return result;
 
   std::string component;
   bool endsWithSeparator = false;
@@ -32,7 +36,10 @@ EntryPath ParseEntryPath(const char* name, bool withoutPath) {
       component += *p;
     }
   }
-  if (result.components.empty()) return result;
+  if (result.components.empty()) {
+    result.kind = EntryPath::kNothing;
+    return result;
+  }
 
   if (endsWithSeparator) {
     result.kind = withoutPath ? EntryPath::kNothing : EntryPath::kDirectory;

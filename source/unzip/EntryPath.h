@@ -16,7 +16,8 @@ struct EntryPath {
 
 // Reads an entry name (zero-terminated, as stored). Both "/" and "\" separate
 // components; a name ending in either is a directory. Empty and "."
-// components are dropped. A name that starts with a separator (absolute), has
-// a ".." component or has no component left is kUnsafe. With `withoutPath`
+// components are dropped. A name that starts with a separator (absolute) or
+// has a ".." component is kUnsafe; one with no component left names nothing
+// (kNothing). With `withoutPath`
 // only the last component of a file is kept and a directory is kNothing.
 EntryPath ParseEntryPath(const char* name, bool withoutPath);

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <memory>
@@ -30,7 +31,7 @@ bool fitsBudget(ExtractJob& job, uint64_t bytes, const char* function) {
     ENGINE_LOG(function, " [%s] limit of [%llu] bytes reached, extraction stopped ", job.packageName,
                static_cast<unsigned long long>(budget.maxBytes));
   }
-  job.stopped = true;
+  refuseRest(job, "more than " + std::to_string(budget.maxBytes) + " bytes to extract");
   return false;
 }
 
@@ -100,14 +101,20 @@ bool writeAll(int fd, const char* data, size_t size) {
 
 // Copies the open entry into `fd` in chunks of the copy buffer, within the
 // budget. Returns UNZ_OK (also when a limit stopped the copy), the read error,
-// or UNZ_ERRNO for a write error.
-int copyEntry(ExtractJob& job, int fd, char* buffer) {
+// or UNZ_ERRNO for a write error; the cause is recorded either way.
+int copyEntry(ExtractJob& job, int fd, char* buffer, const std::string& name) {
   for (;;) {
     int got = unzReadCurrentFile(job.package, buffer, kCopyBufferSize);
-    if (got < 0) return got;
+    if (got < 0) {
+      refuseRest(job, "damaged data in entry [" + name + "]");
+      return got;
+    }
     if (got == 0) return UNZ_OK;
     if (!fitsBudget(job, static_cast<uint64_t>(got), "do_extract_currentfile")) return UNZ_OK;
-    if (!writeAll(fd, buffer, static_cast<size_t>(got))) return UNZ_ERRNO;
+    if (!writeAll(fd, buffer, static_cast<size_t>(got))) {
+      refuseRest(job, "entry [" + name + "] cannot be written: " + strerror(errno));
+      return UNZ_ERRNO;
+    }
     job.budget->bytesUsed += static_cast<uint64_t>(got);
   }
 }
@@ -163,9 +170,14 @@ int do_extract_currentfile(ExtractJob& job) {
   }
   switch (path.kind) {
     case EntryPath::kUnsafe:
-      ENGINE_LOG("do_extract_currentfile", " [%s] unsafe entry name [%s] skipped ", job.packageName, name);
+      // Whatever the name was meant to hide stays unexamined: the package is
+      // refused rather than extracted without it.
+      ENGINE_LOG("do_extract_currentfile", " [%s] unsafe entry name [%s], extraction stopped ", job.packageName,
+                 name);
+      refuseRest(job, "entry name [" + std::string(name) + "] leaves the extraction directory");
       return UNZ_OK;
     case EntryPath::kNothing:
+      if (info.uncompressed_size > 0) refuseRest(job, "entry name [" + std::string(name) + "] names no file");
       return UNZ_OK;
     case EntryPath::kDirectory:
       makedir(job, path.joined().c_str());
@@ -174,8 +186,26 @@ int do_extract_currentfile(ExtractJob& job) {
       break;
   }
 
+  const std::string entry(name);
+  // A second entry under a name already written would replace the first,
+  // which then goes unexamined.
+  if (!job.written.insert(path.joined()).second) {
+    refuseRest(job, "entry [" + entry + "] stored twice");
+    return UNZ_OK;
+  }
+  if ((info.flag & 1u) != 0 && job.password == nullptr) {
+    refuseRest(job, "entry [" + entry + "] is encrypted");
+    return UNZ_OK;
+  }
+  // What the stored size announces is refused before anything is written.
+  if (!fitsBudget(job, static_cast<uint64_t>(info.uncompressed_size) + kEntryCharge, "do_extract_currentfile")) {
+    return UNZ_OK;
+  }
   err = unzOpenCurrentFilePassword(job.package, job.password);
-  if (err != UNZ_OK) return err;
+  if (err != UNZ_OK) {
+    refuseRest(job, "entry [" + entry + "] cannot be read (method " + std::to_string(info.compression_method) + ")");
+    return err;
+  }
 
   int fd = -1;
   switch (createOutputFile(job, path, fd)) {
@@ -186,14 +216,20 @@ int do_extract_currentfile(ExtractJob& job) {
       return UNZ_OK;
     case Output::kFailed:
       unzCloseCurrentFile(job.package);
-      return job.stopped ? UNZ_OK : UNZ_ERRNO;
+      if (job.stopped) return UNZ_OK;
+      refuseRest(job, "entry [" + entry + "] cannot be written");
+      return UNZ_ERRNO;
   }
   job.budget->bytesUsed += kEntryCharge;
 
-  err = copyEntry(job, fd, buffer.get());
+  err = copyEntry(job, fd, buffer.get(), entry);
   if (err == UNZ_OK && !job.stopped) change_file_date(fd, info.tmu_date);
   close(fd);
   int closed = unzCloseCurrentFile(job.package);
-  if (err == UNZ_OK && !job.stopped) err = closed;
+  if (err == UNZ_OK && !job.stopped) {
+    err = closed;
+    if (closed == UNZ_CRCERROR) refuseRest(job, "checksum mismatch in entry [" + entry + "]");
+    else if (closed != UNZ_OK) refuseRest(job, "damaged data in entry [" + entry + "]");
+  }
   return err;
 }

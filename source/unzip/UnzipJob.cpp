@@ -75,16 +75,20 @@ unzFile openPackage(const char* package) {
   return file;
 }
 
-// Steps the cursor to the next entry; false at the end or on an error.
+// Steps the cursor to the next entry; false at the end or on an error (the
+// rest of the package then counts as unextracted).
 bool nextEntry(ExtractJob& job, uLong index, uLong count) {
-  return index + 1 < count && unzGoToNextFile(job.package) == UNZ_OK;
+  if (index + 1 >= count) return false;
+  if (unzGoToNextFile(job.package) == UNZ_OK) return true;
+  refuseRest(job, "damaged package directory");
+  return false;
 }
 
 bool entryLimitReached(ExtractJob& job, uLong index, const char* function) {
   if (index < job.budget->maxEntries) return false;
   ENGINE_LOG(function, " [%s] limit of [%u] entries reached, extraction stopped ", job.packageName,
              static_cast<unsigned>(job.budget->maxEntries));
-  job.stopped = true;
+  refuseRest(job, "more than " + std::to_string(job.budget->maxEntries) + " entries");
   return true;
 }
 
@@ -95,7 +99,13 @@ int do_UnzipJob(int argc, char** argv) {
   return do_UnzipJob(argc, argv, budget);
 }
 
+void refuseRest(ExtractJob& job, const std::string& cause) {
+  if (job.budget->refusal.empty()) job.budget->refusal = cause;
+  job.stopped = true;
+}
+
 int do_UnzipJob(int argc, char** argv, ExtractionBudget& budget) {
+  budget.refusal.clear();
   if (argc == 1) return 0;
   if (argc < 1 || argv == nullptr) return 1;
   JobArguments args = parseArguments(argc, argv);
@@ -133,10 +143,23 @@ int do_UnzipJob(int argc, char** argv, ExtractionBudget& budget) {
 
 int do_extract(ExtractJob& job) {
   unz_global_info info;
-  if (unzGetGlobalInfo(job.package, &info) != UNZ_OK) return 0;
+  if (unzGetGlobalInfo(job.package, &info) != UNZ_OK) {
+    refuseRest(job, "damaged package directory");
+    return 0;
+  }
+  // A package that announces more entries than the limit is refused before
+  // anything of it is written.
+  if (info.number_entry > job.budget->maxEntries) {
+    entryLimitReached(job, info.number_entry, "do_extract");
+    return 0;
+  }
   for (uLong index = 0; index < info.number_entry; ++index) {
     if (entryLimitReached(job, index, "do_extract")) break;
-    if (do_extract_currentfile(job) != UNZ_OK || job.stopped) break;
+    if (do_extract_currentfile(job) != UNZ_OK) {
+      refuseRest(job, "entry cannot be extracted");  // the entry's own cause came first
+      break;
+    }
+    if (job.stopped) break;
     if (!nextEntry(job, index, info.number_entry)) break;
   }
   return 0;

@@ -16,16 +16,23 @@
 //
 // Hostile packages: every entry is written below the extraction directory
 // through directory descriptors opened without following symbolic links, as a
-// new regular file; a name that is absolute, has a ".." component, holds a NUL
-// byte or is longer than 255 bytes is skipped with one log line. The budget
-// bounds what the jobs of one analysis write (content bytes plus kEntryCharge
-// for every file and directory made) and how many entries one job handles;
-// reaching a limit stops that job with one log line.
+// new regular file. The budget bounds what the jobs of one analysis write
+// (content bytes plus kEntryCharge for every file and directory made) and how
+// many entries one job handles; reaching a limit stops that job with one log
+// line. A job that leaves any entry of its package unextracted says why in
+// the budget's `refusal`: a limit, a name that is absolute, has a ".."
+// component, holds a NUL byte or is longer than 255 bytes, a name stored twice
+// (the later entry would hide the earlier), content under a name that names
+// nothing, an encrypted entry
+// without a password, damaged data, a checksum mismatch, an unsupported
+// method, a write error, or a damaged package directory. It stops there.
 #pragma once
 
 #include <unzip.h>
 
 #include <cstdint>
+#include <set>
+#include <string>
 
 #include "APICheckEngine/EngineConfig.h"
 
@@ -42,6 +49,9 @@ struct ExtractionBudget {
   uint64_t maxBytes = EngineConfig::kMaxExtractedBytes;  // for all jobs together
   uint32_t maxEntries = EngineConfig::kMaxPackageEntries;  // for each job
   uint64_t bytesUsed = 0;
+  // Why the last job left part of its package unextracted; empty when it
+  // extracted (or listed) the package whole. Each job clears it first.
+  std::string refusal;
 };
 
 int do_UnzipJob(int argc, char** argv);  // with a budget of its own
@@ -57,16 +67,21 @@ struct ExtractJob {
   const char* password = nullptr;
   ExtractionBudget* budget = nullptr;
   bool stopped = false;  // a limit was reached: nothing more is written
+  std::set<std::string> written;  // files this job made, by path below the extraction directory
 };
 
+// Records why the job leaves the rest of its package unextracted (the first
+// cause counts) and stops it.
+void refuseRest(ExtractJob& job, const std::string& cause);
+
 // Every entry in stored order, stopping at the first that fails or at a
-// limit. Returns 0.
+// limit (see the budget's refusal). Returns 0.
 int do_extract(ExtractJob& job);
 // The entry stored under exactly `entryName`: 0 when it was extracted, 1 when
 // it is missing or failed.
 int do_extract_onefile(ExtractJob& job, const char* entryName);
-// The entry at the package cursor: UNZ_OK when written or skipped (a skipped
-// unsafe name, an existing file kept, a limit: see job.stopped), otherwise a
+// The entry at the package cursor: UNZ_OK when written or passed over (an
+// existing file kept, a limit or an unsafe name: see job.stopped), otherwise a
 // minizip error, UNZ_ERRNO for a file that cannot be made or written, or
 // UNZ_INTERNALERROR when the copy buffer cannot be had.
 int do_extract_currentfile(ExtractJob& job);

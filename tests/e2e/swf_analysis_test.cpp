@@ -12,7 +12,6 @@
 namespace {
 
 using swf::ActionBuilder;
-using swf::PushValue;
 
 const char* const kDatabase =
     "<APIAnalysisDB><MORVANE-NAVERTIX-AUDIOOUT><Function>GetVolume</Function>"
@@ -20,23 +19,12 @@ const char* const kDatabase =
 const char* const kPage =
     "<html><body>\n<object id=\"audio\" classid=\"clsid:MORVANE-NAVERTIX-AUDIOOUT\"></object>\n</body></html>\n";
 
-enum : uint8_t { kCallFunction = 0x3D, kCallMethod = 0x52, kPop = 0x17, kEnd = 0x00 };
-
-// getPlugin("audio").<method>(1), its result dropped.
-ActionBuilder& callOnPlugin(ActionBuilder& actions, const std::string& method) {
-  return actions
-      .push({PushValue::integer(1), PushValue::integer(1), PushValue::string("audio"), PushValue::integer(1),
-             PushValue::string("getPlugin")})
-      .op(kCallFunction)
-      .push({PushValue::string(method)})
-      .op(kCallMethod)
-      .op(kPop);
-}
+enum : uint8_t { kEnd = 0x00 };
 
 // A movie whose one script block calls each of `methods` on the plug-in.
 std::string movie(const std::vector<std::string>& methods, bool compressed = false) {
   ActionBuilder actions;
-  for (const std::string& method : methods) callOnPlugin(actions, method);
+  for (const std::string& method : methods) swf::callOnPlugin(actions, "audio", method);
   actions.op(kEnd);
   swf::SwfWriter writer;
   writer.doAction(actions).tag(1, "").end();
@@ -60,6 +48,9 @@ TEST_F(SwfAnalysis, UndocumentedCallInAPackagedMovieIsReported) {
         .write(dir.file("app.zip"));
     EngineHost::Run run = host.analyse({dir.file("app.zip")});
     EXPECT_EQ(run.code, RUN_UNDOCUMENTED_API);
+    EngineHost::Documented exact = host.analyseDocumented({dir.file("app.zip")}, false, dir.path());
+    EXPECT_EQ(exact.code, run.code);
+    EXPECT_EQ(exact.lines, run.results);
     // The documented call gives nothing; the first undocumented call ends
     // the movie's search.
     const std::vector<std::string> expected{"../movie.swf(0) : UndocumentedAPI 'SetSecretMode' used\n"};

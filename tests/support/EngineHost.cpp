@@ -1,5 +1,7 @@
 #include "support/EngineHost.h"
 
+#include "tarvo/analysis.h"
+
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <ftw.h>
@@ -147,3 +149,37 @@ TempDir::TempDir() {
 }
 
 TempDir::~TempDir() { RemoveTree(path_); }
+
+EngineHost::Documented EngineHost::analyseDocumented(const std::vector<std::string>& files, bool reportAll,
+                                                     const std::string& workDir, const std::string& database) const {
+  auto init = reinterpret_cast<decltype(&tarvo_options_init)>(symbol("tarvo_options_init"));
+  auto analyse = reinterpret_cast<decltype(&tarvo_analyse)>(symbol("tarvo_analyse"));
+  auto findingCount = reinterpret_cast<decltype(&tarvo_finding_count)>(symbol("tarvo_finding_count"));
+  auto findingAt = reinterpret_cast<decltype(&tarvo_finding_at)>(symbol("tarvo_finding_at"));
+  auto noteCount = reinterpret_cast<decltype(&tarvo_note_count)>(symbol("tarvo_note_count"));
+  auto noteAt = reinterpret_cast<decltype(&tarvo_note_at)>(symbol("tarvo_note_at"));
+  auto release = reinterpret_cast<decltype(&tarvo_result_free)>(symbol("tarvo_result_free"));
+
+  tarvo_options options;
+  init(&options);
+  options.report_all = reportAll ? 1 : 0;
+  if (!workDir.empty()) options.work_dir = workDir.c_str();
+  if (!database.empty()) options.database_path = database.c_str();
+  std::vector<const char*> paths;
+  for (const std::string& file : files) paths.push_back(file.c_str());
+  tarvo_result* result = nullptr;
+  Documented run;
+  run.code = analyse(&options, paths.data(), paths.size(), &result);
+  for (size_t i = 0; i < findingCount(result); ++i) {
+    const tarvo_finding* f = findingAt(result, i);
+    run.findings.push_back(Finding{f->line, f->file, f->entry, f->method, f->class_id, f->variable, f->origin,
+                                   f->line_number});
+    run.lines.push_back(f->line);
+  }
+  for (size_t i = 0; i < noteCount(result); ++i) {
+    const tarvo_note* n = noteAt(result, i);
+    run.notes.push_back(std::string(n->kind) + ": " + n->path + ": " + n->cause);
+  }
+  release(result);
+  return run;
+}

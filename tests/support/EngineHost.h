@@ -45,6 +45,20 @@ class EngineHost {
   void* handle = nullptr;
 
   void* symbol(const char* name) const;
+
+  // One analysis through the documented interface (tarvo/analysis.h).
+  struct Finding {
+    std::string line, file, entry, method, classId, variable, origin;
+    uint32_t lineNumber = 0;
+  };
+  struct Documented {
+    int32_t code = 0;
+    std::vector<Finding> findings;
+    std::vector<std::string> lines;  // the findings' lines
+    std::vector<std::string> notes;  // "kind: path: cause"
+  };
+  Documented analyseDocumented(const std::vector<std::string>& files, bool reportAll = false,
+                               const std::string& workDir = "", const std::string& database = "") const;
 };
 
 // Puts `content` at the engine's database path for the life of the object (or

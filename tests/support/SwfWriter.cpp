@@ -95,4 +95,15 @@ bool SwfWriter::write(const std::string& path, bool compressed) const {
   return fclose(file) == 0 && ok;
 }
 
+ActionBuilder& callOnPlugin(ActionBuilder& actions, const std::string& id, const std::string& method) {
+  enum : uint8_t { kCallFunction = 0x3D, kCallMethod = 0x52, kPop = 0x17 };
+  return actions
+      .push({PushValue::integer(1), PushValue::integer(1), PushValue::string(id), PushValue::integer(1),
+             PushValue::string("getPlugin")})
+      .op(kCallFunction)
+      .push({PushValue::string(method)})
+      .op(kCallMethod)
+      .op(kPop);
+}
+
 }  // namespace swf

@@ -54,6 +54,10 @@ class ActionBuilder {
   std::string bytes_;
 };
 
+// Appends getPlugin(id).method(1) with its result dropped: the call form the
+// decompiler turns into "getPlugin(id).method(1)".
+ActionBuilder& callOnPlugin(ActionBuilder& actions, const std::string& id, const std::string& method);
+
 // A SWF file: header, then tags in the order added.
 class SwfWriter {
  public:
