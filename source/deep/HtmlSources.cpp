@@ -6,11 +6,6 @@ namespace tarvo_deep {
 
 namespace {
 
-std::string Lower(std::string text) {
-  for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return text;
-}
-
 // The value node of an attribute (inside the quotes when quoted), or null.
 TSNode AttributeValue(TSNode attribute) {
   for (uint32_t i = 0; i < ts_node_named_child_count(attribute); ++i) {

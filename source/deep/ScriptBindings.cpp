@@ -26,11 +26,6 @@ bool IsFunction(TSNode node) {
 
 bool SameElement(const Binding& a, const Binding& b) { return a.classId == b.classId && a.elementId == b.elementId; }
 
-std::string Lower(std::string text) {
-  for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return text;
-}
-
 // Methods of the element itself, not of the plug-in behind it.
 bool IsElementMethod(const std::string& name) {
   static const char* const kNames[] = {"setAttribute", "getAttribute", "removeAttribute", "appendChild",
@@ -225,15 +220,10 @@ const Binding* ScriptBindings::Evaluate(const Script& script, const Path& path, 
   return bound == bindings_.end() ? nullptr : &bound->second;
 }
 
-void ScriptBindings::Assign(const std::string& key, const Binding* value, const char* kindIfCopied) {
+void ScriptBindings::Assign(const std::string& key, const Binding* value) {
   if (key.empty() || !value) return;
-  Binding binding = *value;
-  if (kindIfCopied && bindings_.count(key) == 0 && value != nullptr) binding.kind = value->kind;
-  auto it = bindings_.find(key);
-  if (it != bindings_.end() && SameElement(it->second, binding)) return;
-  if (it != bindings_.end()) return;  // the first binding found stays: no flip-flop between rounds
-  bindings_[key] = binding;
-  changed_ = true;
+  // The first binding found stays: no name flips between elements from round to round.
+  if (bindings_.emplace(key, *value).second) changed_ = true;
 }
 
 void ScriptBindings::NoteCreatedAttribute(const std::string& key, const std::string& name, const std::string& value) {
@@ -283,12 +273,12 @@ void ScriptBindings::VisitForBindings(const Script& script, const Path& path) {
         NodeText(text, value) == "document.createElement('object')")
       created_.emplace(key, Created{});
     DefineFunction(script, key, value);
-    Assign(key, Evaluate(script, path, value, scratch, 0), "alias");
+    Assign(key, Evaluate(script, path, value, scratch, 0));
   } else if (Is(node, "assignment_expression")) {
     TSNode left = Field(node, "left"), right = Field(node, "right");
     std::string key = ExprKey(script, path, left, 0);
     if (key.empty()) return;
-    if (Is(left, "member_expression") && Is(Field(right, "value"), "string") == false && Is(right, "string")) {
+    if (Is(left, "member_expression") && Is(right, "string")) {
       std::string owner = ExprKey(script, path, Field(left, "object"), 0);
       NoteCreatedAttribute(owner, NodeText(text, Field(left, "property")), StringValue(text, right));
     }
@@ -296,13 +286,13 @@ void ScriptBindings::VisitForBindings(const Script& script, const Path& path) {
         NodeText(text, right) == "document.createElement('object')")
       created_.emplace(key, Created{});
     DefineFunction(script, key, right);
-    Assign(key, Evaluate(script, path, right, scratch, 0), "alias");
+    Assign(key, Evaluate(script, path, right, scratch, 0));
   } else if (Is(node, "pair") && path.size() >= 2) {
     std::string owner = ObjectLiteralName(script, path, path.size() - 2);
     if (owner.empty()) return;
     std::string key = owner + "." + NodeText(text, Field(node, "key"));
     DefineFunction(script, key, Field(node, "value"));
-    Assign(key, Evaluate(script, path, Field(node, "value"), scratch, 0), "alias");
+    Assign(key, Evaluate(script, path, Field(node, "value"), scratch, 0));
   } else if (Is(node, "function_declaration")) {
     Path outer(path.begin(), path.end() - 1);
     DefineFunction(script, DeclareKey(script, outer, NodeText(text, Field(node, "name"))), node);
@@ -360,7 +350,7 @@ void ScriptBindings::Bind(const std::vector<Script>& scripts, std::vector<std::s
         declared_.insert(paramKey);
         Binding binding = *agreed;
         binding.kind = "parameter";
-        Assign(paramKey, &binding, nullptr);
+        Assign(paramKey, &binding);
       }
     }
     if (!changed_) break;

@@ -63,7 +63,7 @@ class ScriptBindings {
   const Binding* Evaluate(const Script& script, const Path& path, TSNode node, Binding& scratch, int depth) const;
   const PluginElement* ElementById(const std::string& id) const;
   const PluginElement* ElementAt(TSNode index, const std::string& text) const;
-  void Assign(const std::string& key, const Binding* value, const char* kindIfCopied);
+  void Assign(const std::string& key, const Binding* value);
   void NoteCreatedAttribute(const std::string& key, const std::string& name, const std::string& value);
   void DefineFunction(const Script& script, const std::string& key, TSNode function);
 

@@ -4,6 +4,7 @@
 
 #include <tree_sitter/api.h>
 
+#include <cctype>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -38,6 +39,12 @@ inline bool Is(TSNode node, const char* type) {
 
 inline TSNode Field(TSNode node, const char* name) {
   return ts_node_child_by_field_name(node, name, static_cast<uint32_t>(std::char_traits<char>::length(name)));
+}
+
+// ASCII lower case: tag, attribute and class names compare without case.
+inline std::string Lower(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return text;
 }
 
 // The content of a string literal node ("x" or 'x'), or "" for anything else.
