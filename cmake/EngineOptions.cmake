@@ -33,3 +33,11 @@ if(TARVO_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+
+# The deep analyser needs the Tree-sitter runtime and the grammars fetched
+# with npm; the cross build leaves it out (see docs/design.md, Deep analysis).
+if(CMAKE_CROSSCOMPILING)
+  option(TARVO_BUILD_DEEP "Build the deep analyser (Tree-sitter)" OFF)
+else()
+  option(TARVO_BUILD_DEEP "Build the deep analyser (Tree-sitter)" ON)
+endif()
