@@ -11,7 +11,7 @@ packages=(
   clang libclang-rt-dev
   python3
   dpkg-dev lintian
-  libtree-sitter-dev npm
+  libtree-sitter-dev
 )
 # --with-arm: also the cross compiler and emulator of scripts/test-armhf.sh.
 if [[ "${1:-}" == "--with-arm" ]]; then

@@ -28,15 +28,17 @@ bool EngineLibrary::load(const std::string& path) {
 }
 
 AnalysisReport EngineLibrary::analyse(const std::vector<std::string>& paths, const std::string& database,
-                                      const std::string& workDir, bool reportAll) const {
+                                      const std::string& workDir, bool reportAll, bool deep) const {
   AnalysisReport report;
   report.inputs = paths;
   report.reportAll = reportAll;
+  report.deep = deep;
   tarvo_options options;
   optionsInit_(&options);
   if (!database.empty()) options.database_path = database.c_str();
   if (!workDir.empty()) options.work_dir = workDir.c_str();
   options.report_all = reportAll ? 1 : 0;
+  options.deep = deep ? 1 : 0;
   std::vector<const char*> list;
   for (const std::string& path : paths) list.push_back(path.c_str());
 
@@ -46,7 +48,8 @@ AnalysisReport EngineLibrary::analyse(const std::vector<std::string>& paths, con
   for (size_t i = 0; i < findingCount_(result); ++i) {
     const tarvo_finding* f = findingAt_(result, i);
     report.findings.push_back(
-        ReportFinding{f->line, f->file, f->entry, f->line_number, f->method, f->class_id, f->variable, f->origin});
+        ReportFinding{f->line,   f->file,     f->entry,         f->line_number, f->method, f->class_id,
+                      f->variable, f->origin, f->deep != 0, f->element_id, f->binding});
   }
   for (size_t i = 0; i < noteCount_(result); ++i) {
     const tarvo_note* n = noteAt_(result, i);

@@ -19,7 +19,7 @@ class EngineLibrary {
   // One analysis; `workDir` empty: the product's /tmp/<n>, `database` empty:
   // the product's fixed path. A code of -1 means the engine refused the arguments.
   AnalysisReport analyse(const std::vector<std::string>& paths, const std::string& database,
-                         const std::string& workDir, bool reportAll) const;
+                         const std::string& workDir, bool reportAll, bool deep = false) const;
 
   // The listing or the call statements of one SWF file.
   RunResult swfLines(bool statements, const std::string& path, std::vector<std::string>& lines) const;

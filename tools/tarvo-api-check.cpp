@@ -48,6 +48,9 @@ const char kUsage[] =
     "\n"
     "  --format FORMAT     text (finding lines, the default), json or sarif\n"
     "  --all               report every undocumented call, not only the first\n"
+    "  --deep              also follow plug-in bindings with a JavaScript and HTML\n"
+    "                      parser and report the calls the exact scan misses\n"
+    "                      (marked deep)\n"
     "  --db FILE           database of documented APIs (default: the product's,\n"
     "                      /usr/share/lumeric/APIAnalEngineDB.xml)\n"
     "  --work-dir DIR      extract packages below DIR (default: a directory of\n"
@@ -166,7 +169,14 @@ struct OwnWorkDir {
 };
 
 void printText(const AnalysisReport& report) {
-  for (const ReportFinding& f : report.findings) fwrite(f.line.data(), 1, f.line.size(), stdout);
+  for (const ReportFinding& f : report.findings) {
+    if (!f.deep) {
+      fwrite(f.line.data(), 1, f.line.size(), stdout);
+    } else {  // where a reviewer opens it
+      printf("%s(%u) : UndocumentedAPI '%s' used\n", (f.entry.empty() ? f.file : f.entry).c_str(), f.lineNumber,
+             f.method.c_str());
+    }
+  }
   if (report.code == 1030) {
     fprintf(stderr, "tarvo-api-check: the application could not be examined in full:\n");
     for (const ReportNote& note : report.notes) {
@@ -194,7 +204,7 @@ void Print_Log(const char* function, unsigned line, char* format, ...) {
 int main(int argc, char** argv) {
   std::string enginePath, listingFile, statementsFile, format = "text", database, workDir;
   std::vector<std::string> inputs;
-  bool all = false, help = false, version = false, batch = false;
+  bool all = false, help = false, version = false, batch = false, deep = false;
   BatchOptions batchOptions;
   std::string shard;
 
@@ -204,6 +214,7 @@ int main(int argc, char** argv) {
   app.add_flag("--version", version);
   app.add_flag("-v,--verbose", g_verbose);
   app.add_flag("--all", all);
+  app.add_flag("--deep", deep);
   auto* formatOption = app.add_option("--format", format)->check(CLI::IsMember({"text", "json", "jsonl", "sarif"}));
   app.add_flag("--batch", batch);
   app.add_option("--jobs", batchOptions.jobs)->check(CLI::Range(1u, 256u));
@@ -275,6 +286,7 @@ int main(int argc, char** argv) {
     batchOptions.format = format;
     batchOptions.database = database.empty() ? "" : absolutePath(database);
     batchOptions.reportAll = all;
+    batchOptions.deep = deep;
     return RunBatch(batchOptions, engine);
   }
   if (swfDiagnostic) {
@@ -284,7 +296,7 @@ int main(int argc, char** argv) {
   OwnWorkDir own;
   if (workDir.empty() && own.path.empty()) return noInput("work directory", strerror(errno));
   AnalysisReport report = engine.analyse(files, database.empty() ? "" : absolutePath(database),
-                                         workDir.empty() ? own.path : workDir, all);
+                                         workDir.empty() ? own.path : workDir, all, deep);
   if (report.code < 0) {
     fprintf(stderr, "tarvo-api-check: the engine refused the analysis's arguments\n");
     return kExitEngineError;

@@ -56,7 +56,11 @@ typedef struct tarvo_options {
    * the same code and finding lines. 1: report every undocumented call, each
    * finding line once, in the order found. */
   int report_all;
-  /* Reserved for a deeper analysis of web sources; must be 0. */
+  /* 1: also run the deep analysis, which parses the web sources (and reads
+   * the SWF call statements) and follows how the scripts bind plug-in objects
+   * through variables, properties, aliases and parameters; its findings are
+   * added, marked deep. The exact findings and their order stay as they are.
+   * An engine built without it adds a note of kind "deep" instead. */
   int deep;
 } tarvo_options;
 
@@ -72,6 +76,10 @@ typedef struct tarvo_finding {
   const char* class_id;    /* the plug-in's class identifier, e.g. "MORVANE-NAVERTIX-PICTURE" */
   const char* variable;    /* the variable the call is made on, when the call names one */
   const char* origin;      /* "web" or "swf" */
+  int deep;                /* 1 when found by the deep analysis only */
+  const char* element_id;  /* deep findings: the plug-in element's id, where known */
+  const char* binding;     /* deep findings: how the binding was found ("getElementById",
+                              "jquery", "property", "alias", "parameter", ...) */
 } tarvo_finding;
 
 /* Something not examined in full. kind "refused" makes the code 1030 when
@@ -93,8 +101,7 @@ void tarvo_options_init(tarvo_options* options);
  * are expanded, nested ones too) and returns its code. `*result` receives a
  * result the caller frees with tarvo_result_free, also when the code is an
  * error. Returns -1 and sets `*result` to NULL when an argument is invalid
- * (NULL options, paths or result, deep set, a work directory that is not a
- * directory) or memory runs out. */
+ * (NULL options, paths or result, a work directory that is not a directory) or memory runs out. */
 int32_t tarvo_analyse(const tarvo_options* options, const char* const* paths, size_t count, tarvo_result** result);
 
 /* The code the analysis returned. */
@@ -109,8 +116,8 @@ size_t tarvo_note_count(const tarvo_result* result);
 const tarvo_note* tarvo_note_at(const tarvo_result* result, size_t index);
 
 /* Time spent per stage, in microseconds: "expansion", "database",
- * "first pass", "scan", "verdicts", "clean-up" (stages that did not run are
- * missing). Returns the stage's name, NULL for an index out of range. */
+ * "first pass", "scan", "verdicts", "deep" (with the option), "clean-up"
+ * (stages that did not run are missing). Returns the stage's name, NULL for an index out of range. */
 size_t tarvo_stage_count(const tarvo_result* result);
 const char* tarvo_stage_at(const tarvo_result* result, size_t index, uint64_t* micros);
 

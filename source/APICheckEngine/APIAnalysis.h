@@ -46,6 +46,10 @@ struct AnalysisFinding {
   std::string classId;   // the plug-in's class identifier
   std::string receiver;  // the variable the call is made on, when the call text names one
   bool fromSwf = false;
+  // Found by the deep analysis: the element id and how the binding was found.
+  bool deep = false;
+  std::string elementId;
+  std::string binding;
 };
 
 // A script function block of a web source.
@@ -94,6 +98,8 @@ class APIAnalysis : public IAppAnalysis {
   // Verdicts.
   RunResult DetermineAPISecurity(std::vector<std::string*>& results, SWFStateMentInfo* call);
   std::string shownPath(const std::string& path) const;
+  // The finding line of an undocumented call of `method` at `line` of `path`.
+  std::string FindingLine(const std::string& path, int32_t line, const std::string& method);
   RunResult undocumentAPICheckerMain(std::vector<std::string*> whiteList, std::string apiName, bool& undocumented);
 
   // Source selection and cleaning.
@@ -123,6 +129,11 @@ class APIAnalysis : public IAppAnalysis {
   // Call parameter parsing.
   int funcParameterParsing(std::string text, std::string symbol, std::string& functionName);
   std::string getParamterByPosition(std::string text, int position);
+
+  // Deep analysis (the documented interface's option): adds its findings,
+  // marked as deep, to findingList.
+  void RunDeepAnalysis(const std::vector<std::string>& files);
+  std::vector<std::pair<std::string, std::vector<std::string>>> swfStatements;  // kept for it
 
   // SWF API extraction.
   RunResult FindAPIFunctionName4SWF(std::vector<std::string> statements, std::string fileName);

@@ -83,6 +83,9 @@ void collect(APIAnalysis& engine, tarvo_result& result) {
     f.class_id = result.keep(found.classId);
     f.variable = result.keep(found.receiver);
     f.origin = found.fromSwf ? "swf" : "web";
+    f.deep = found.deep ? 1 : 0;
+    f.element_id = result.keep(found.elementId);
+    f.binding = result.keep(found.binding);
     result.findings.push_back(f);
   }
   for (const FlashEngine_1_00::AnalysisNote& note : engine.noteList) {
@@ -109,7 +112,7 @@ TARVO_EXPORT int32_t tarvo_analyse(const tarvo_options* options, const char* con
                                    tarvo_result** result) {
   if (result == nullptr) return -1;
   *result = nullptr;
-  if (options == nullptr || (paths == nullptr && count > 0) || options->deep != 0) return -1;
+  if (options == nullptr || (paths == nullptr && count > 0)) return -1;
   if (options->work_dir != nullptr && !isDirectory(options->work_dir)) return -1;
   std::vector<std::string> files;
   for (size_t i = 0; i < count; ++i) {
@@ -127,6 +130,7 @@ TARVO_EXPORT int32_t tarvo_analyse(const tarvo_options* options, const char* con
     if (options->work_dir != nullptr) engine.config.extractDirFormat = asFormat(options->work_dir) + "/%d";
     engine.config.resultPath.clear();
     engine.config.reportAll = options->report_all != 0;
+    engine.config.deep = options->deep != 0;
     made->code = engine.Analyse(&files);
     collect(engine, *made);
   }

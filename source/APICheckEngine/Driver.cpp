@@ -68,6 +68,7 @@ RunResult APIAnalysis::Analyse(std::vector<std::string>* files) {
   findingList.clear();
   extractionSources.clear();
   stageTimes.clear();
+  swfStatements.clear();
   StageClock clock(stageTimes);
 
   addFilePathbyUnzipping(workingFiles);
@@ -89,8 +90,13 @@ RunResult APIAnalysis::Analyse(std::vector<std::string>* files) {
     code = Finish(resultList);
     clock.lap("verdicts");
   }
+  if (config.deep && (code == RUN_SUCCESS || code == RUN_UNDOCUMENTED_API)) {
+    RunDeepAnalysis(workingFiles);
+    clock.lap("deep");
+  }
   // Reporting every call, the findings make the code (an error stays).
-  if (config.reportAll && !findingList.empty() && (code == RUN_SUCCESS || code == RUN_UNDOCUMENTED_API)) {
+  if ((config.reportAll || config.deep) && !findingList.empty() &&
+      (code == RUN_SUCCESS || code == RUN_UNDOCUMENTED_API)) {
     code = RUN_UNDOCUMENTED_API;
   }
   // Fail closed: an application that was not examined in full is never clean.
@@ -149,6 +155,7 @@ RunResult APIAnalysis::APIAnalysisFromSWFMain(std::vector<std::string>* files) {
     r = static_cast<RunResult>(deCompiler.SWFDeCompilerMain(lines, statements));
     if (deCompiler.limitReached) RefuseInput("SWF replay beyond its memory limit", path);
     if (TimeBudget::spent()) NoteInput("time budget", "SWF work stopped: the time budget is spent", path);
+    if (config.deep) swfStatements.emplace_back(path, statements);
     if (r == RUN_SUCCESS) r = FindAPIFunctionName4SWF(statements, path);
   }
 

@@ -40,6 +40,13 @@ std::string APIAnalysis::shownPath(const std::string& path) const {
   return path;
 }
 
+std::string APIAnalysis::FindingLine(const std::string& path, int32_t line, const std::string& method) {
+  char lineNumber[16];
+  std::snprintf(lineNumber, sizeof lineNumber, "%d", static_cast<int>(line));
+  return "../" + pathBelowFourthComponent(stringUtil, shownPath(path)) + "(" + lineNumber + ")" +
+         " : UndocumentedAPI '" + method + "' used" + "\n";
+}
+
 RunResult APIAnalysis::DetermineAPISecurity(std::vector<std::string*>& results, SWFStateMentInfo* call) {
   // A call made on ".Open" carries no expression: there is nothing to judge.
   if (call == nullptr || call->expression == nullptr) return RUN_SUCCESS;
@@ -63,10 +70,7 @@ RunResult APIAnalysis::DetermineAPISecurity(std::vector<std::string*>& results, 
   undocumentAPICheckerMain(whiteAPIList, method, undocumented);
   if (!undocumented) return RUN_SUCCESS;
 
-  char lineNumber[16];
-  std::snprintf(lineNumber, sizeof lineNumber, "%d", static_cast<int>(call->line));
-  std::string finding = "../" + pathBelowFourthComponent(stringUtil, shownPath(call->filePath)) + "(" + lineNumber + ")" +
-                        " : UndocumentedAPI '" + method + "' used" + "\n";
+  std::string finding = FindingLine(call->filePath, call->line, method);
 
   bool known = false;
   for (const std::string* line : results) {

@@ -19,6 +19,9 @@ struct AnalysisConfig {
   // Report every undocumented call (each finding line once, in the order
   // found) instead of stopping at the first, as the host sees it.
   bool reportAll = false;
+  // Also run the deep analysis of web sources and SWF statements (findings
+  // marked as deep; the exact findings stay as they are).
+  bool deep = false;
 
   int32_t maxPackageDepth = EngineConfig::kMaxPackageDepth;
   uint64_t maxExtractedBytes = EngineConfig::kMaxExtractedBytes;

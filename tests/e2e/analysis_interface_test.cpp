@@ -140,4 +140,31 @@ TEST_F(AnalysisInterface, AnalysesWithTheirOwnWorkDirectoriesRunSideBySide) {
   }
 }
 
+// Deep mode adds what the exact scan cannot see (a binding with blanks
+// inside an object's method, used through an alias in another file), marked as
+// such; calls on documented methods stay unreported.
+TEST_F(AnalysisInterface, DeepModeAddsTheCallsTheExactScanMisses) {
+  const std::string examples = std::string(TARVO_SOURCE_DIR) + "/examples/sound-settings/app/";
+  ZipBuilder zip;
+  for (const char* file : {"index.html", "js/audio.js", "js/main.js"}) {
+    zip.add(std::string("app/www/") + file, ReadFile(examples + file));
+  }
+  WriteFile(dir.file("app.zip"), zip.bytes());
+  const std::string db = std::string(TARVO_SOURCE_DIR) + "/data/APIAnalEngineDB.xml";
+  EngineHost::Documented exact = host.analyseDocumented({dir.file("app.zip")}, true, dir.path(), db);
+  EngineHost::Documented deep = host.analyseDocumented({dir.file("app.zip")}, true, dir.path(), db, true);
+  EXPECT_EQ(exact.code, RUN_SUCCESS);
+  EXPECT_TRUE(exact.findings.empty());
+  EXPECT_EQ(deep.code, RUN_UNDOCUMENTED_API);
+  ASSERT_EQ(deep.findings.size(), 1u);
+  const EngineHost::Finding& added = deep.findings.back();
+  EXPECT_TRUE(added.deep);
+  EXPECT_EQ(added.entry, "app/www/js/main.js");
+  EXPECT_EQ(added.lineNumber, 8u);
+  EXPECT_EQ(added.method, "SetNightMode");
+  EXPECT_EQ(added.classId, "MORVANE-NAVERTIX-AUDIOOUT");
+  EXPECT_EQ(added.elementId, "pluginAudio");
+  EXPECT_EQ(added.binding, "getElementById");
+}
+
 }  // namespace

@@ -151,7 +151,8 @@ TempDir::TempDir() {
 TempDir::~TempDir() { RemoveTree(path_); }
 
 EngineHost::Documented EngineHost::analyseDocumented(const std::vector<std::string>& files, bool reportAll,
-                                                     const std::string& workDir, const std::string& database) const {
+                                                     const std::string& workDir, const std::string& database,
+                                                     bool deep) const {
   auto init = reinterpret_cast<decltype(&tarvo_options_init)>(symbol("tarvo_options_init"));
   auto analyse = reinterpret_cast<decltype(&tarvo_analyse)>(symbol("tarvo_analyse"));
   auto findingCount = reinterpret_cast<decltype(&tarvo_finding_count)>(symbol("tarvo_finding_count"));
@@ -163,6 +164,7 @@ EngineHost::Documented EngineHost::analyseDocumented(const std::vector<std::stri
   tarvo_options options;
   init(&options);
   options.report_all = reportAll ? 1 : 0;
+  options.deep = deep ? 1 : 0;
   if (!workDir.empty()) options.work_dir = workDir.c_str();
   if (!database.empty()) options.database_path = database.c_str();
   std::vector<const char*> paths;
@@ -173,7 +175,7 @@ EngineHost::Documented EngineHost::analyseDocumented(const std::vector<std::stri
   for (size_t i = 0; i < findingCount(result); ++i) {
     const tarvo_finding* f = findingAt(result, i);
     run.findings.push_back(Finding{f->line, f->file, f->entry, f->method, f->class_id, f->variable, f->origin,
-                                   f->line_number});
+                                   f->line_number, f->deep != 0, f->element_id, f->binding});
     run.lines.push_back(f->line);
   }
   for (size_t i = 0; i < noteCount(result); ++i) {

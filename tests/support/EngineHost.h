@@ -50,6 +50,8 @@ class EngineHost {
   struct Finding {
     std::string line, file, entry, method, classId, variable, origin;
     uint32_t lineNumber = 0;
+    bool deep = false;
+    std::string elementId, binding;
   };
   struct Documented {
     int32_t code = 0;
@@ -58,7 +60,8 @@ class EngineHost {
     std::vector<std::string> notes;  // "kind: path: cause"
   };
   Documented analyseDocumented(const std::vector<std::string>& files, bool reportAll = false,
-                               const std::string& workDir = "", const std::string& database = "") const;
+                               const std::string& workDir = "", const std::string& database = "",
+                               bool deep = false) const;
 };
 
 // Puts `content` at the engine's database path for the life of the object (or

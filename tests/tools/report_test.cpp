@@ -11,13 +11,15 @@ AnalysisReport sample() {
   AnalysisReport report;
   report.inputs = {"/apps/my app.zip", "/apps/\"quoted\".html"};
   report.reportAll = true;
+  report.deep = true;
   report.code = 1001;
   report.findings = {
       {"../js/a.js(3) : UndocumentedAPI 'Zap' used\n", "/apps/my app.zip", "app/www/js/a.js", 3, "Zap",
-       "MORVANE-NAVERTIX-PICTURE", "picture", "web"},
+       "MORVANE-NAVERTIX-PICTURE", "picture", "web", false, "", ""},
       {"../movie.swf(0) : UndocumentedAPI 'Zap' used\n", "/apps/my app.zip", "lib/in.zip!/movie.swf", 0, "Zap",
-       "MORVANE-NAVERTIX-AUDIOOUT", "", "swf"},
-      {"../(7) : UndocumentedAPI 'Go' used\n", "/apps/\"quoted\".html", "", 7, "Go", "X", "", "web"}};
+       "MORVANE-NAVERTIX-AUDIOOUT", "", "swf", false, "", ""},
+      {"../(7) : UndocumentedAPI 'Go' used\n", "/apps/\"quoted\".html", "", 7, "Go", "X", "Main.tv", "web", true,
+       "pluginTV", "property"}};
   report.notes = {{"refused", "entry [é] is encrypted", "/apps/my app.zip"}};
   report.stages = {{"expansion", 12}, {"scan", 3400}};
   return report;

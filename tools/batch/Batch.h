@@ -13,6 +13,7 @@ struct BatchOptions {
   std::string format = "jsonl";    // jsonl, sarif or text
   std::string database;            // "" the product's
   bool reportAll = false;
+  bool deep = false;
   unsigned jobs = 1;
   unsigned shardIndex = 0, shardCount = 1;
   // Per package. The engine's own SWF budget is 20 s; web sources of a large

@@ -64,7 +64,8 @@ void testHooks(const std::string&) {}
 #endif
   limit(RLIMIT_CORE, 0);
   testHooks(worker.package);
-  AnalysisReport report = engine.analyse({worker.package}, options.database, worker.workDir, options.reportAll);
+  AnalysisReport report = engine.analyse({worker.package}, options.database, worker.workDir, options.reportAll,
+                                         options.deep);
   writeAll(out, ToJson(report).dump());
   _exit(0);
 }

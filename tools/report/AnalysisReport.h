@@ -16,9 +16,13 @@ struct ReportFinding {
   std::string classId;
   std::string variable;
   std::string origin;  // "web" or "swf"
+  bool deep = false;   // found by the deep analysis only
+  std::string elementId;
+  std::string binding;
   bool operator==(const ReportFinding& o) const {
     return line == o.line && file == o.file && entry == o.entry && lineNumber == o.lineNumber &&
-           method == o.method && classId == o.classId && variable == o.variable && origin == o.origin;
+           method == o.method && classId == o.classId && variable == o.variable && origin == o.origin &&
+           deep == o.deep && elementId == o.elementId && binding == o.binding;
   }
 };
 
@@ -30,13 +34,14 @@ struct ReportNote {
 struct AnalysisReport {
   std::vector<std::string> inputs;
   bool reportAll = false;
+  bool deep = false;
   int32_t code = 0;
   std::vector<ReportFinding> findings;
   std::vector<ReportNote> notes;
   std::vector<std::pair<std::string, uint64_t>> stages;  // microseconds
   bool operator==(const AnalysisReport& o) const {
     return inputs == o.inputs && reportAll == o.reportAll && code == o.code && findings == o.findings &&
-           notes == o.notes && stages == o.stages;
+           notes == o.notes && stages == o.stages && deep == o.deep;
   }
 };
 

@@ -61,7 +61,10 @@ nlohmann::ordered_json ToSarif(const std::vector<AnalysisReport>& reports, const
                           {{"package", f.entry.empty() ? "" : f.file},
                            {"findingLine", f.line},
                            {"classId", f.classId},
-                           {"variable", f.variable}}}});
+                           {"variable", f.variable},
+                           {"deep", f.deep},
+                           {"elementId", f.elementId},
+                           {"binding", f.binding}}}});
     }
     nlohmann::ordered_json json = ToJson(report);
     nlohmann::ordered_json notifications = nlohmann::ordered_json::array();
