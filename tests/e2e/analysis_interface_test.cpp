@@ -153,6 +153,9 @@ TEST_F(AnalysisInterface, DeepModeAddsTheCallsTheExactScanMisses) {
   const std::string db = std::string(TARVO_SOURCE_DIR) + "/data/APIAnalEngineDB.xml";
   EngineHost::Documented exact = host.analyseDocumented({dir.file("app.zip")}, true, dir.path(), db);
   EngineHost::Documented deep = host.analyseDocumented({dir.file("app.zip")}, true, dir.path(), db, true);
+  for (const std::string& note : deep.notes) {
+    if (note.find("not built") != std::string::npos) GTEST_SKIP() << note;  // the cross build leaves it out
+  }
   EXPECT_EQ(exact.code, RUN_SUCCESS);
   EXPECT_TRUE(exact.findings.empty());
   EXPECT_EQ(deep.code, RUN_UNDOCUMENTED_API);
